@@ -1,0 +1,11 @@
+#pragma once
+
+#include <atomic>
+
+// The state behind the two framework switches. No part of what the plug-in may use.
+namespace framework_switches {
+
+extern std::atomic<bool> useStdHash;
+extern std::atomic<bool> propagateAccessViolations;
+
+}  // namespace framework_switches

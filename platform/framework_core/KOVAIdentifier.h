@@ -1,0 +1,48 @@
+#pragma once
+
+#include "framework_core/KOVAIdentifierCastHandle.h"
+
+class KOVARepresentation;
+
+// The framework's handle for one exported object. It owns nothing: the native object belongs to
+// the model, the names are constants that outlive every identifier.
+class KOVAIdentifier {
+ public:
+  // The empty identifier.
+  KOVAIdentifier() : cast_(nullptr) {}
+  KOVAIdentifier(void* nativeObject, const char* typeName, KOVARepresentation* representation,
+                 const char* nativeTypeName, const KOVAIdentifierCastHandle& cast)
+      : nativeObject_(nativeObject),
+        typeName_(typeName),
+        representation_(representation),
+        nativeTypeName_(nativeTypeName),
+        cast_(cast) {}
+  KOVAIdentifier(const KOVAIdentifier&) = default;
+  KOVAIdentifier(KOVAIdentifier&&) noexcept = default;
+  KOVAIdentifier& operator=(const KOVAIdentifier&) = default;
+  KOVAIdentifier& operator=(KOVAIdentifier&&) noexcept = default;
+  virtual ~KOVAIdentifier();
+
+  void* GetNativeObject() const noexcept { return nativeObject_; }
+  const char* GetTypeName() const noexcept { return typeName_; }
+  KOVARepresentation* GetRepresentation() const noexcept { return representation_; }
+  const char* GetNativeTypeName() const noexcept { return nativeTypeName_; }
+
+  void SetNativeObject(void* nativeObject) noexcept { nativeObject_ = nativeObject; }
+  void SetTypeName(const char* typeName) noexcept { typeName_ = typeName; }
+  void SetNativeTypeName(const char* name) noexcept { nativeTypeName_ = name; }
+
+  // True unless native object, type name, representation and native type name are all absent.
+  bool IsValid() const noexcept;
+
+  // Same native object; when neither side has one, type name, representation and native type name
+  // decide (names by content).
+  bool operator==(const KOVAIdentifier& other) const noexcept;
+
+ private:
+  void* nativeObject_ = nullptr;
+  const char* typeName_ = nullptr;
+  KOVARepresentation* representation_ = nullptr;
+  const char* nativeTypeName_ = nullptr;
+  KOVAIdentifierCastHandle cast_;
+};

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "framework_base/KOVADynamicArray.h"
+#include "framework_core/KOVAIdentifier.h"
+
+// Maps an identifier to a list of identifiers. Keys are the same when their native objects are:
+//
+//   IdentifierHashMap annotationsOfView(12, true);
+//   annotationsOfView.Add(view, {annotation});
+//   annotationsOfView.Append(view, another);
+//   if (const auto* list = annotationsOfView.Find(view)) ...
+//   annotationsOfView.Walk([](const KOVAIdentifier& view, const auto& annotations) { ...; return
+//   true; });
+//
+// It is stored in an open-addressing table or, when that is allowed and KOVAHashOption asks for it,
+// in a standard unordered map. A walk visits the table by position, so its order follows the hash
+// and not the insertions. Not safe for use from two threads at once.
+class IdentifierHashMap {
+ public:
+  using List = std::vector<KOVAIdentifier>;
+  using HashFunction = std::uint32_t (*)(const KOVAIdentifier& key);
+  using EqualFunction = bool (*)(const KOVAIdentifier& a, const KOVAIdentifier& b);
+
+  // Room for `expectedSize` keys. Null functions stand for hash and equality of the native object.
+  // REQUIRES: expectedSize >= 0. Throws std::bad_alloc.
+  IdentifierHashMap(int expectedSize, bool allowStandardBacking, HashFunction hash = nullptr,
+                    EqualFunction equal = nullptr);
+  IdentifierHashMap(const IdentifierHashMap&) = delete;
+  IdentifierHashMap& operator=(const IdentifierHashMap&) = delete;
+  ~IdentifierHashMap();
+
+  // Stores the pair when the key is absent; whether it did. On std::bad_alloc nothing is stored.
+  bool Add(const KOVAIdentifier& key, List list);
+  // Copies the key's list out; whether the key was found. `list` is untouched when not.
+  bool Lookup(const KOVAIdentifier& key, List& list) const;
+  // Puts another list in place of the key's; whether the key was found.
+  bool Replace(const KOVAIdentifier& key, List list);
+  // Appends to the key's list in place; whether the key was found.
+  bool Append(const KOVAIdentifier& key, const KOVAIdentifier& value);
+  // The key's list, or null. Valid until the map changes.
+  const List* Find(const KOVAIdentifier& key) const;
+
+  // Calls visit(key, list) for every pair until one call returns false.
+  template <typename Visit>
+  void Walk(Visit visit) const {
+    if (standard_ != nullptr) {
+      for (const auto& [key, list] : *standard_) {
+        if (!visit(key, list)) return;
+      }
+      return;
+    }
+    for (int position = 0; position < occupied_.Count(); ++position) {
+      if (occupied_[position] && !visit(keys_[position], lists_[position])) return;
+    }
+  }
+
+  // Forgets every pair; the table is that of a map made for 12.
+  void Clear();
+
+  int Count() const;
+  // Positions of the table.
+  int PositionCount() const { return occupied_.Count(); }
+
+  // The table's hash of a pointer: Wang's 32-bit integer hash of both halves.
+  static std::uint32_t HashOfPointer(const void* pointer);
+  // The standard backing's hash of a pointer: 64-bit FNV-1a.
+  static std::uint64_t StandardHashOfPointer(const void* pointer);
+
+ private:
+  struct StandardHash {
+    HashFunction hash;
+    std::size_t operator()(const KOVAIdentifier& key) const;
+  };
+  struct StandardEqual {
+    EqualFunction equal;
+    bool operator()(const KOVAIdentifier& a, const KOVAIdentifier& b) const;
+  };
+  using Standard = std::unordered_map<KOVAIdentifier, List, StandardHash, StandardEqual>;
+
+  bool Same(const KOVAIdentifier& a, const KOVAIdentifier& b) const;
+  int StartPosition(const KOVAIdentifier& key) const;
+  // The key's position, or the unoccupied one where its search ends.
+  int Position(const KOVAIdentifier& key) const;
+  void Fill(int positions);
+  void Grow();
+
+  HashFunction hash_;
+  EqualFunction equal_;
+  float maximumLoadFactor_ = 0.75F;
+  int pairCount_ = 0;
+  KOVADynamicArray<bool> occupied_;
+  KOVADynamicArray<KOVAIdentifier> keys_;
+  KOVADynamicArray<List> lists_;
+  std::unique_ptr<Standard> standard_;  // null while the table is in use
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "KOVAOrvoPMIExporterExport.h"
+#include "framework_core/KOVAAttributeExporter.h"
+
+// Attributes of single objects: all as the framework answers them, but for the current state.
+class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIAttributeExporter : public KOVAQALAttributeExporter {
+ public:
+  KOVAOrvoPMIAttributeExporter();
+  KOVAOrvoPMIAttributeExporter(const KOVAOrvoPMIAttributeExporter& other);
+  // Copies nothing.
+  KOVAOrvoPMIAttributeExporter& operator=(const KOVAOrvoPMIAttributeExporter& other);
+  ~KOVAOrvoPMIAttributeExporter() override;
+
+  // Whether the identifier's entity is current. An identifier without a native object fails with
+  // 0x1000001. CAVEAT: `current` is false after a failure.
+  KOVAResult GetCurrentState(const KOVAIdentifier& identifier, bool& current) const override;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "KOVAOrvoPMIExporterExport.h"
+
+class KOVADocument;
+class KOVAPMIExporter;
+
+extern "C" {
+
+// Makes an exporter for a kernel-backed document and scans the document's model.
+//
+// Returns 0 and stores the exporter in `*exporter`; the caller deletes it. Returns 0x1000001 and
+// stores null when `document` is null or there is no memory for the object. A document that is not
+// available yet gives an exporter too; it answers 0x1000008 until PreProcess finds the document.
+// Throws what the scan throws (std::bad_alloc, KOVAAllocException, KOVAAbortException, the
+// kernel's orvo_exception on an interrupt); then no exporter is made and `*exporter` is untouched.
+// REQUIRES: `exporter` is not null; `document` and its model outlive the exporter.
+KOVA_ORVO_PMI_EXPORT int KOVACreateOrvoPMIExporter(KOVADocument* document,
+                                                   KOVAPMIExporter** exporter);
+
+// Returns 1: the mark by which the framework knows the library.
+KOVA_ORVO_PMI_EXPORT int MERIDAN_WORKS_RQF5_INTERNAL_KOVAOrvoPMIExporter();
+}

@@ -1,0 +1,19 @@
+#include "KOVAOrvoPMIExporterFactory.h"
+
+#include <new>
+
+#include "KOVAOrvoPMIExporter.h"
+#include "KernelMemoryManager.h"
+#include "ResultCodes.h"
+
+int KOVACreateOrvoPMIExporter(KOVADocument* document, KOVAPMIExporter** exporter) {
+  if (document == nullptr) {
+    *exporter = nullptr;
+    return static_cast<int>(Failure.GetCode());
+  }
+  auto* made = new (std::nothrow) KOVAOrvoPMIExporter(*document);
+  *exporter = made;
+  return static_cast<int>((made != nullptr ? Success : Failure).GetCode());
+}
+
+int MERIDAN_WORKS_RQF5_INTERNAL_KOVAOrvoPMIExporter() { return 1; }

@@ -1,0 +1,46 @@
+// Leaders and their points.
+#include "QueryShape.h"
+#include "orvo_kernel/geometry.h"
+
+KOVAResult KOVAOrvoPMIExporter::GetAnnotationLeaderCount(const KOVAIdentifier& annotation,
+                                                         int& count) {
+  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
+    KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
+    const KOVAResult result = GetDisplayInformation(&entity, display);
+    if (result.IsSuccess()) count = display->get_leaders().count();
+    return result;
+  });
+}
+
+KOVAResult KOVAOrvoPMIExporter::GetAnnotationLeader(const KOVAIdentifier& annotation, int index,
+                                                    KOVAIdentifier& leader) {
+  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
+    KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
+    const KOVAResult result = GetDisplayInformation(&entity, display);
+    if (!result.IsSuccess()) return result;
+    void* found = display->get_leaders()[index];
+    if (found == nullptr) return Failure;
+    BecomeLeader(found, leader);
+    return Success;
+  });
+}
+
+// The two point queries work from the leader alone, whatever the exporter's state.
+KOVAResult KOVAOrvoPMIExporter::GetLeaderPointCount(const KOVAIdentifier& leader, int& count) {
+  if (!leader.IsValid()) return Failure;
+  count = 2;
+  return Success;
+}
+
+KOVAResult KOVAOrvoPMIExporter::GetLeader3DPoint(const KOVAIdentifier& leader, int index,
+                                                 double* point) {
+  if (!leader.IsValid() || leader.GetNativeObject() == nullptr || !IsLeader(leader)) {
+    return Failure;
+  }
+  const auto* found = static_cast<const KOVAPMI_LEADER_GEN*>(leader.GetNativeObject());
+  const QENposition end = index == 0 ? found->get_tail_pt() : found->get_head_pt();
+  point[0] = end.x();
+  point[1] = end.y();
+  point[2] = end.z();
+  return Success;
+}

@@ -1,0 +1,150 @@
+// The scan: an annotation's identifier, owners, callouts, datum links and view.
+#include <new>
+
+#include "DisplayProperties.h"
+#include "KernelApiFrame.h"
+#include "NamedAttributes.h"
+#include "QueryShape.h"
+#include "orvo_kernel/api.h"
+#include "orvo_kernel/geometry.h"
+
+namespace {
+
+// Appends every attribute of the entity's chain that is exactly of the class.
+template <typename Attribute>
+bool Collect(const ENTITY* entity, int type, ENTITY_LIST& found) {
+  if (entity == nullptr) return false;
+  for (ATTRIB* a = entity->first_attribute(); a != nullptr; a = a->next_attribute()) {
+    if (IsKind<Attribute>(a) && a->identity(0) == type) found.add(a);
+  }
+  return found.count() > 0;
+}
+
+// A view plane until a view takes it over.
+class UnregisteredPlane {
+ public:
+  explicit UnregisteredPlane(PLANE* plane) : plane_(plane) {}
+  UnregisteredPlane(const UnregisteredPlane&) = delete;
+  UnregisteredPlane& operator=(const UnregisteredPlane&) = delete;
+  ~UnregisteredPlane() {
+    if (plane_ == nullptr) return;
+    ENTITY_LIST list;
+    list.add(plane_);
+    api_del_entity_list(list);
+  }
+  PLANE* Get() const { return plane_; }
+  void Release() { plane_ = nullptr; }
+
+ private:
+  PLANE* plane_;
+};
+
+// The plane that display properties describe, or null when they describe none.
+PLANE* MakeViewPlane(const KOVAPMI_DISPLAY_PROPERTIES& display) {
+  const QENposition point = display.get_disp_pt();
+  const QENvector direction = display.get_primary_direction();
+  const QENvector normal = display.get_disp_plane_normal();
+  const QENunit_vector unitNormal(normal.x(), normal.y(), normal.z());
+  const QENvector across = cross(unitNormal, direction);
+  if (!(direction.length_squared() > 0) || across.length_squared() == 0) return nullptr;
+  const plane definition(point, unitNormal, direction);
+  PLANE* made = nullptr;
+  const bool whole = RunInKernelApiFrame([&] {
+    made = new (1, __FILE__, __LINE__) PLANE(definition);
+    if (made == nullptr) throw std::bad_alloc();
+  });
+  return whole ? made : nullptr;
+}
+
+}  // namespace
+
+bool KOVAOrvoPMIExporter::GetTextAttribute(ENTITY const* entity, ENTITY_LIST& found) {
+  return Collect<ATTRIB_KOVAPMI_TEXT>(entity, ATTRIB_KOVAPMI_TEXT_TYPE, found);
+}
+bool KOVAOrvoPMIExporter::GetFlagNoteAttribute(ENTITY const* entity, ENTITY_LIST& found) {
+  return Collect<ATTRIB_KOVAPMI_FLAGNOTE>(entity, ATTRIB_KOVAPMI_FLAGNOTE_TYPE, found);
+}
+bool KOVAOrvoPMIExporter::GetRoughnessAttribute(ENTITY const* entity, ENTITY_LIST& found) {
+  return Collect<ATTRIB_KOVAPMI_ROUGHNESS>(entity, ATTRIB_KOVAPMI_ROUGHNESS_TYPE, found);
+}
+bool KOVAOrvoPMIExporter::GetDatumAttribute(ENTITY const* entity, ENTITY_LIST& found) {
+  return Collect<ATTRIB_KOVAPMI_DATUM>(entity, ATTRIB_KOVAPMI_DATUM_TYPE, found);
+}
+bool KOVAOrvoPMIExporter::GetDatumTargetAttribute(ENTITY const* entity, ENTITY_LIST& found) {
+  return Collect<ATTRIB_KOVAPMI_DATUM_TARGET>(entity, ATTRIB_KOVAPMI_DATUM_TARGET_TYPE, found);
+}
+bool KOVAOrvoPMIExporter::GetGeomtolAttribute(ENTITY const* entity, ENTITY_LIST& found) {
+  return Collect<ATTRIB_KOVAPMI_GEOM_TOL>(entity, ATTRIB_KOVAPMI_GEOM_TOL_TYPE, found);
+}
+
+// A tolerance that hangs on a tolerance comes right after it, to any depth; the levels still to be
+// gone through stand on a list and not on the stack.
+KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST const& entities,
+                                                                   Owners owners) {
+  struct Level {
+    ENTITY_LIST tolerances;
+    Owners parent;
+  };
+  std::vector<Level> nested;
+  KOVAResult result = Failure;
+  const auto annotate = [&](ENTITY* entity, const Owners& entityOwners) {
+    InitializeAnnotation(entity, entityOwners);
+    if (!IsKind<ATTRIB_KOVAPMI_GEOM_TOL>(entity)) return;
+    ENTITY_LIST tolerances;
+    if (GetGeomtolAttribute(entity, tolerances)) nested.push_back({tolerances, {entity}});
+  };
+  entities.init();
+  while (ENTITY* entity = entities.next()) {
+    annotate(entity, owners);
+    while (!nested.empty()) {
+      ENTITY* tolerance = nested.back().tolerances.next();
+      if (tolerance == nullptr) {
+        nested.pop_back();
+      } else {
+        const Owners parent = nested.back().parent;
+        annotate(tolerance, parent);
+      }
+    }
+    result = Success;
+  }
+  return result;
+}
+
+void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& owners) {
+  const KOVAIdentifier annotation = AnnotationIdentifier(entity, this);
+  annotationOwnerMap[entity] = owners;
+
+  if (IsKind<KOVAPMI_DIMENSION>(entity)) {
+    IdentifierHashMap::List callouts;
+    for (ENTITY* owner : owners) {
+      if (IsKind<KOVAPMI_DIMENSION>(owner) && HasNamedAttribute(owner, kCalloutTypeAttribute)) {
+        callouts.push_back(BareIdentifier(owner));
+      }
+    }
+    if (!callouts.empty()) calloutAnnotationMap.Add(annotation, std::move(callouts));
+  }
+  if (auto* attribute = As<ATTRIB_KOVAPMI_DATUM>(entity)) {
+    if (ENTITY* datum = attribute->get_datum()) datumAnnotationMap[datum] = entity;
+  }
+  if (auto* attribute = As<ATTRIB_KOVAPMI_DATUM_TARGET>(entity)) {
+    if (ENTITY* target = attribute->get_datum_target()) datumTargetAnnotationMap[target] = entity;
+  }
+
+  KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
+  if (initialized) FindDisplayProperties(entity, display);
+  UnregisteredPlane plane(display == nullptr ? nullptr : MakeViewPlane(*display));
+  InitialiseViewVsAnnotationMap(ViewIdentifier(plane.Get(), this), annotation);
+  plane.Release();
+}
+
+// On an exception neither the views nor the map have changed.
+KOVAResult KOVAOrvoPMIExporter::InitialiseViewVsAnnotationMap(KOVAIdentifier const& view,
+                                                              KOVAIdentifier const& annotation) {
+  if (viewAnnotationMap.Append(view, annotation)) return Success;
+  if (annotationViews.size() == annotationViews.capacity()) {
+    annotationViews.reserve(2 * annotationViews.size() + 1);
+  }
+  viewAnnotationMap.Add(view, {annotation});
+  annotationViews.push_back(view);
+  return Success;
+}

@@ -4,7 +4,7 @@
 
 // Kind of an annotation. The numbers are the framework's; those left out are kinds that no model of
 // the kernel holds.
-enum KOVAPMIAnnotationType {
+enum KOVAPMIAnnotationType : int {
   AnnotationTypeUnknown = 0,
   AnnotationTypeDatum = 2,
   AnnotationTypeDatumTarget = 3,
@@ -16,13 +16,13 @@ enum KOVAPMIAnnotationType {
 };
 
 // Which way a text runs.
-enum KOVAPMIOrientation { OrientationUnknown, OrientationHorizontal, OrientationVertical };
+enum KOVAPMIOrientation : int { OrientationUnknown, OrientationHorizontal, OrientationVertical };
 
 // Unit of a value.
-enum KOVAPMIUnit { UnitUnknown, UnitMillimetre, UnitInch, UnitDegree, UnitRadian };
+enum KOVAPMIUnit : int { UnitUnknown, UnitMillimetre, UnitInch, UnitDegree, UnitRadian };
 
 // Symbol at the end of a dimension line (ASME Y14.2, ISO 129-1).
-enum KOVAPMIArrowSymbol {
+enum KOVAPMIArrowSymbol : int {
   ArrowSymbolNone,
   ArrowSymbolFilledArrow,
   ArrowSymbolOpenArrow,
@@ -31,10 +31,10 @@ enum KOVAPMIArrowSymbol {
 };
 
 // Family of a character font.
-enum KOVAPMIFont { FontUnknown, FontStroke, FontOutline };
+enum KOVAPMIFont : int { FontUnknown, FontStroke, FontOutline };
 
 // What a dimension measures, in the large.
-enum KOVAPMIDimensionMainType {
+enum KOVAPMIDimensionMainType : int {
   DimensionMainTypeUnknown,
   DimensionMainTypeLinear,
   DimensionMainTypeAngular,
@@ -49,7 +49,7 @@ enum KOVAPMIDimensionMainType {
 };
 
 // What a dimension measures, in detail (ASME Y14.5, ISO 129-1).
-enum KOVAPMIDimensionType {
+enum KOVAPMIDimensionType : int {
   DimensionTypeUnknown,
   DimensionTypeDistance,
   DimensionTypeLength,
@@ -77,7 +77,7 @@ enum KOVAPMIDimensionType {
 
 // The feature that a callout dimension belongs to (ASME Y14.5 counterbore, countersink, spotface,
 // depth).
-enum KOVAPMICalloutFeatureAnnotationType {
+enum KOVAPMICalloutFeatureAnnotationType : int {
   CalloutFeatureAnnotationTypeUnknown,
   CalloutFeatureAnnotationTypeHole,
   CalloutFeatureAnnotationTypeCounterbore,
@@ -89,7 +89,7 @@ enum KOVAPMICalloutFeatureAnnotationType {
 };
 
 // Geometric characteristic (ASME Y14.5, ISO 1101).
-enum KOVAPMIToleranceType {
+enum KOVAPMIToleranceType : int {
   ToleranceTypeUnknown,
   ToleranceTypeStraightness,
   ToleranceTypeFlatness,
@@ -115,7 +115,7 @@ enum KOVAPMIToleranceType {
 };
 
 // Shape of a tolerance zone as written before its value (ASME Y14.5, ISO 1101).
-enum KOVAPMIToleranceValueType {
+enum KOVAPMIToleranceValueType : int {
   ToleranceValueTypeNone,
   ToleranceValueTypeDiametrical,
   ToleranceValueTypeSpherical,
@@ -124,7 +124,7 @@ enum KOVAPMIToleranceValueType {
 };
 
 // Modifier of a tolerance zone or of a datum in a frame (ASME Y14.5, ISO 1101, ISO 2692, ISO 5459).
-enum KOVAPMIToleranceModifier {
+enum KOVAPMIToleranceModifier : int {
   ToleranceModifierNone,
   ToleranceModifierMaximumMaterial,
   ToleranceModifierLeastMaterial,
@@ -159,7 +159,7 @@ enum KOVAPMIToleranceModifier {
 };
 
 // Form of a datum target (ASME Y14.5, ISO 5459).
-enum KOVAPMIDatumTargetType {
+enum KOVAPMIDatumTargetType : int {
   DatumTargetTypeUnknown,
   DatumTargetTypePoint,
   DatumTargetTypeLine,
@@ -169,7 +169,7 @@ enum KOVAPMIDatumTargetType {
 };
 
 // Whether material has to be removed to get the surface (ISO 21920-1, ASME Y14.36).
-enum KOVAPMIRoughnessObtentionType {
+enum KOVAPMIRoughnessObtentionType : int {
   RoughnessObtentionTypeUnknown,
   RoughnessObtentionTypeUnspecified,
   RoughnessObtentionTypeMachiningMandatory,
@@ -177,7 +177,7 @@ enum KOVAPMIRoughnessObtentionType {
 };
 
 // The surfaces that a texture symbol speaks of (ISO 21920-1, ASME Y14.36).
-enum KOVAPMIRoughnessApplicabilityType {
+enum KOVAPMIRoughnessApplicabilityType : int {
   RoughnessApplicabilityTypeUnknown,
   RoughnessApplicabilityTypeSpecifiedSurfaceOnly,
   RoughnessApplicabilityTypeAllPartSurfaces,
@@ -185,7 +185,7 @@ enum KOVAPMIRoughnessApplicabilityType {
 };
 
 // Projection of a saved view.
-enum KOVAPMICameraType {
+enum KOVAPMICameraType : int {
   CameraTypeUnknown,
   CameraTypeParallel,
   CameraTypePerspective,

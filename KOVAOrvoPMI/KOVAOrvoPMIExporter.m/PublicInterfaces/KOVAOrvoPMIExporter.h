@@ -9,9 +9,9 @@
 #include "KOVAOrvoPMIAttributeExporter.h"
 #include "KOVAOrvoPMIExporterExport.h"
 #include "framework_pmi/KOVADefaultPMIExporter.h"
+#include "orvo_kernel/lists.h"
 
 class ENTITY;
-class ENTITY_LIST;
 class KOVAPMI_DATUM;
 class KOVAPMI_DATUMTGT;
 class KOVAPMI_DISPLAY_PROPERTIES;
@@ -345,4 +345,6 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   std::map<ENTITY*, ENTITY*> datumTargetDatumMap;       // target -> annotation it was reached from
   std::map<ENTITY*, ENTITY*> datumAnnotationMap;        // datum -> the attribute that carries it
   std::map<ENTITY*, ENTITY*> datumTargetAnnotationMap;  // target -> the attribute that carries it
+  // Every plane made for a view, so that giving them back needs no memory.
+  ENTITY_LIST viewPlanes;
 };

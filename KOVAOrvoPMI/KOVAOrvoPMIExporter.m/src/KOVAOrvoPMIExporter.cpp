@@ -36,10 +36,8 @@ void KOVAOrvoPMIExporter::Release() {
   calloutAnnotationMap.Clear();
   annotationOwnerMap.clear();
   viewAnnotationMap.Clear();
-  ENTITY_LIST planes;
-  for (const KOVAIdentifier& view : annotationViews) planes.add(EntityOf(view));
   annotationViews.clear();
-  if (planes.count() > 0) api_del_entity_list(planes);
+  if (viewPlanes.count() > 0) api_del_entity_list(viewPlanes);
   datumTargetDatumMap.clear();
   datumAnnotationMap.clear();
   datumTargetAnnotationMap.clear();

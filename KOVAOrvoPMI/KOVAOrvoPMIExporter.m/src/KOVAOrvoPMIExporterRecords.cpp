@@ -1,5 +1,6 @@
 // The scan: an annotation's identifier, owners, callouts, datum links and view.
 #include <new>
+#include <utility>
 
 #include "DisplayProperties.h"
 #include "KernelApiFrame.h"
@@ -20,7 +21,7 @@ bool Collect(const ENTITY* entity, int type, ENTITY_LIST& found) {
   return found.count() > 0;
 }
 
-// A view plane until a view takes it over.
+// A view plane until the exporter's list of planes takes it over.
 class UnregisteredPlane {
  public:
   explicit UnregisteredPlane(PLANE* plane) : plane_(plane) {}
@@ -32,8 +33,10 @@ class UnregisteredPlane {
     list.add(plane_);
     api_del_entity_list(list);
   }
-  PLANE* Get() const { return plane_; }
-  void Release() { plane_ = nullptr; }
+  PLANE* MoveTo(ENTITY_LIST& planes) {
+    planes.add(plane_, false);
+    return std::exchange(plane_, nullptr);
+  }
 
  private:
   PLANE* plane_;
@@ -132,9 +135,9 @@ void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& own
 
   KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
   if (initialized) FindDisplayProperties(entity, display);
-  UnregisteredPlane plane(display == nullptr ? nullptr : MakeViewPlane(*display));
-  InitialiseViewVsAnnotationMap(ViewIdentifier(plane.Get(), this), annotation);
-  plane.Release();
+  PLANE* plane = nullptr;
+  if (display != nullptr) plane = UnregisteredPlane(MakeViewPlane(*display)).MoveTo(viewPlanes);
+  InitialiseViewVsAnnotationMap(ViewIdentifier(plane, this), annotation);
 }
 
 // On an exception neither the views nor the map have changed.

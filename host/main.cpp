@@ -1,0 +1,125 @@
+// pmi_report: the product manufacturing information of QIF models, as a plug-in answers it.
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <clocale>
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+
+#include "PluginLibrary.h"
+#include "Print.h"
+#include "QifReader.h"
+#include "Walk.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kBadModel = 2;
+constexpr int kBadPlugin = 3;
+
+struct Options {
+  std::vector<std::string> models;
+  std::string plugin;
+  bool json = false;
+};
+
+// What comes with the program stands in folders beside the program's own.
+fs::path Beside(const char* folder, const char* file) {
+  return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / folder / file;
+}
+
+// Shows how far a run of several models has come, on a terminal alone.
+class Progress {
+ public:
+  explicit Progress(std::size_t models) : models_(models), shown_(models > 1 && isatty(2) != 0) {}
+  ~Progress() { Clear(); }
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+  void Show(std::size_t done, const std::string& model) {
+    Clear();
+    if (shown_) std::cerr << '[' << done + 1 << '/' << models_ << "] " << model << std::flush;
+  }
+  void Clear() {
+    if (shown_) std::cerr << "\r\x1b[K" << std::flush;
+  }
+
+ private:
+  std::size_t models_;
+  bool shown_;
+};
+
+// The report of one model. Throws QifError or PluginError.
+ModelReport ReportOn(const PluginLibrary& plugin, const std::string& model) {
+  const QifModel source = ReadQif(model);
+  const auto exporter = plugin.CreateExporter(source.part->GetDocument());
+  exporter->PreProcess();
+  std::unordered_map<const void*, EntityReport> names;
+  for (const auto& [entity, label] : source.labels) names[entity] = {label.kind, label.label};
+  ModelReport report = WalkModel(*exporter, [&](const void* entity) -> const EntityReport* {
+    const auto found = names.find(entity);
+    return found == names.end() ? nullptr : &found->second;
+  });
+  report.source.file = model;
+  report.source.linearUnit = source.linearUnit;
+  report.source.counts = source.counts;
+  for (const SkippedItem& item : source.skipped) {
+    report.source.skipped.push_back({item.kind, item.id, item.reason});
+  }
+  return report;
+}
+
+void Write(const ModelReport& report, const Options& options) {
+  const bool alone = options.models.size() == 1;
+  const std::string text =
+      options.json ? PrintJson(report, alone ? 2 : -1) + "\n" : PrintText(report);
+  std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
+}
+
+int Run(const Options& options) {
+  const PluginLibrary plugin(options.plugin);
+  Progress progress(options.models.size());
+  int status = 0;
+  for (std::size_t i = 0; i < options.models.size(); ++i) {
+    progress.Show(i, options.models[i]);
+    try {
+      const ModelReport report = ReportOn(plugin, options.models[i]);
+      progress.Clear();
+      Write(report, options);
+    } catch (const QifError& error) {
+      progress.Clear();
+      std::cerr << "pmi_report: " << error.what() << '\n';
+      status = kBadModel;
+    }
+  }
+  return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setlocale(LC_CTYPE, "C.UTF-8");
+  Options options;
+  CLI::App app("Reports the product manufacturing information of QIF 3.0 models", "pmi_report");
+  app.add_option("MODEL", options.models, "QIF documents (default: the bundled model)");
+  app.add_option("--plugin", options.plugin, "The plug-in to load (default: the one built here)");
+  app.add_flag("--json", options.json,
+               "Print JSON: one document, or one a line when several models are named");
+  CLI11_PARSE(app, argc, argv);
+  try {
+    if (options.models.empty()) {
+      options.models.push_back(Beside("share", "mounting_bracket.qif").string());
+    }
+    if (options.plugin.empty()) {
+      options.plugin = Beside("lib", "libKOVAOrvoPMIExporter.so").string();
+    }
+    return Run(options);
+  } catch (const PluginError& error) {
+    std::cerr << "pmi_report: " << error.what() << '\n';
+    return kBadPlugin;
+  } catch (const std::exception& error) {
+    std::cerr << "pmi_report: " << error.what() << '\n';
+    return 1;
+  }
+}

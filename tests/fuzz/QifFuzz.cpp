@@ -1,0 +1,31 @@
+// Any bytes as a document: the model reader, the plug-in's scan, the walk and both printers.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+#include "KOVAOrvoPMIExporterFactory.h"
+#include "Print.h"
+#include "QifReader.h"
+#include "Walk.h"
+#include "standin/Control.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const long alive = standin::Count().liveEntities;
+  try {
+    const QifModel model = ReadQifText({reinterpret_cast<const char*>(data), size}, "fuzz");
+    KOVAPMIExporter* made = nullptr;
+    if (KOVACreateOrvoPMIExporter(&model.part->GetDocument(), &made) != 0) std::abort();
+    const std::unique_ptr<KOVAPMIExporter> exporter(made);
+    exporter->PreProcess();
+    const ModelReport report =
+        WalkModel(*exporter, [](const void*) -> const EntityReport* { return nullptr; });
+    if (PrintText(report).empty() || PrintJson(report, -1).empty()) std::abort();
+  } catch (const QifError&) {
+    // A document that no model can be made of.
+  }
+  const standin::Counters after = standin::Count();
+  if (after.liveEntities != alive || after.openBoards != 0 || after.errorDepth != 0) std::abort();
+  return 0;
+}

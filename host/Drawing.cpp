@@ -67,11 +67,9 @@ std::string Row(const RowReport& row) {
   std::string text = Symbol(ValueTypeSymbols(), row.valueType);
   text += row.magnitude ? DrawNumber(*row.magnitude) : "?";
   text += Modifiers(row.modifiers);
-  if (row.refinement.value_or(0) != 0) {
-    text += " / " + DrawNumber(*row.refinement);
-    if (row.rateUnit1.value_or(0) != 0) text += "/" + DrawNumber(*row.rateUnit1);
-    if (row.rateUnit2.value_or(0) != 0) text += "×" + DrawNumber(*row.rateUnit2);
-  }
+  if (row.refinement.value_or(0) != 0) text += " / " + DrawNumber(*row.refinement);
+  if (row.rateUnit1.value_or(0) != 0) text += "/" + DrawNumber(*row.rateUnit1);
+  if (row.rateUnit2.value_or(0) != 0) text += "×" + DrawNumber(*row.rateUnit2);
   if (!row.frame) return text;
   for (const ReferenceReport& reference : row.frame->references) {
     std::string datums;

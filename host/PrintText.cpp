@@ -201,12 +201,18 @@ class Printer {
     Line(1, line);
   }
 
+  // Items of one kind and reason stand on one line.
   void PrintSource(const SourceReport& source) {
     if (source.skipped.empty()) return;
     Line(1, "skipped: " + std::to_string(source.skipped.size()));
+    std::vector<std::string> heads;
+    std::map<std::string, std::string> ids;
     for (const SkippedReport& skipped : source.skipped) {
-      Line(2, OneLine(skipped.kind + " " + skipped.id + ": " + skipped.reason));
+      const std::string head = skipped.kind + ", " + skipped.reason + ":";
+      if (ids.count(head) == 0) heads.push_back(head);
+      ids[head] += " " + skipped.id;
     }
+    for (const std::string& head : heads) Line(2, OneLine(head + ids[head]));
   }
 
   std::string text_;

@@ -50,6 +50,9 @@ class CharacteristicsReader {
         reading_.Skip(definition, "no nominal uses it");
       }
     }
+    SkipUnknown(reading_, characteristics_, characteristics_,
+                {"FormalStandardId", "CharacteristicDefinitions", "CharacteristicNominals",
+                 "CharacteristicItems"});
   }
 
  private:
@@ -74,11 +77,12 @@ class CharacteristicsReader {
     constexpr Kind kKinds[] = {{ReadDimension, "dimensions", "dimension"},
                                {ReadTolerance, "geometricTolerances", "geometric tolerance"},
                                {ReadTexture, "surfaceTextures", "surface texture"}};
-    for (const auto& [read, count, label] : kKinds) {
-      ENTITY* const annotation = Counted(count, [&] { return read(reading_, characteristic); });
+    for (const Kind& made : kKinds) {
+      ENTITY* const annotation =
+          Counted(made.count, [&] { return made.read(reading_, characteristic); });
       if (annotation == nullptr) continue;
       reading_.document.EntryOf(nominal).entity = annotation;
-      reading_.Describe(*annotation, nominal, label, NameOfCharacteristic(nominal));
+      reading_.Describe(*annotation, nominal, made.label, NameOfCharacteristic(nominal));
       return;
     }
     reading_.Count("otherCharacteristics");
@@ -119,13 +123,9 @@ void SkipUnknownOfNominal(Reading& reading, Element nominal,
                           std::initializer_list<std::string_view> known) {
   for (const Element field : nominal.children()) {
     const std::string_view name = NameOf(field);
-    // How a value is measured is not drawn.
     if (name.empty() || Contains(known, name) ||
         Contains({"Attributes", "CharacteristicDefinitionId", "FeatureNominalIds",
-                  "FeatureNominalPairs", "SubstituteFeatureAlgorithm", "FeatureZoneIds",
-                  "EntityInternalIds", "EntityExternalIds", "Name", "CharacteristicDesignator",
-                  "AnalysisVector", "AnalysisMode", "MeasurementDirective", "CoordinateSystemId",
-                  "ProfileCurveId", "DirectionCurveId"},
+                  "FeatureNominalPairs", "EntityInternalIds", "Name"},
                  name)) {
       continue;
     }

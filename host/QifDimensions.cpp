@@ -66,6 +66,18 @@ double Difference(double a, double b) {
   return std::isfinite(scaled) ? std::round(scaled) / scale : a - b;
 }
 
+// A written number with the decimal places that are stated for it: 35.2 with two is 35.20.
+std::string WithDecimals(std::string written, int decimals) {
+  const auto end = std::min(written.find(' '), written.size());
+  if (written.find_first_of("eE") < end) return written;
+  auto point = std::min(written.find('.'), end);
+  const auto have = point < end ? end - point - 1 : 0;
+  if (decimals <= 0 || have >= static_cast<std::size_t>(decimals)) return written;
+  std::string more = point < end ? "" : ".";
+  more.append(static_cast<std::size_t>(decimals) - have, '0');
+  return written.insert(end, more);
+}
+
 class DimensionReader {
  public:
   DimensionReader(Reading& reading, const Characteristic& characteristic, const DimensionKind& kind)
@@ -77,9 +89,10 @@ class DimensionReader {
 
   // Null for what is not a dimension after all: a quantity without a value and limits.
   ENTITY* Read() {
-    features_ = reading_.FeaturesOf(nominal_);
+    features_ = reading_.FeaturesOf(nominal_, false);
     const bool hasValue = ReadValue();
     const bool hasLimits = ReadLimits();
+    RequireFinite(nominal_, {fields_.value, fields_.upper_limit, fields_.lower_limit});
     if (kind_.measure == Measure::kPlain && !(hasValue && hasLimits)) return nullptr;
     ReadTexts();
     SkipRest();
@@ -170,7 +183,7 @@ class DimensionReader {
       if (!element) return;
       const Quantity limit = Measured(element);
       deviation = asLimits ? Difference(limit.value, fields_.value) : limit.value;
-      if (asLimits) text = Wide(limit.written);
+      if (asLimits) text = Wide(WithDecimals(limit.written, limit.decimals));
       fields_.tolerance_precision = std::max<double>(fields_.tolerance_precision, limit.decimals);
       found = true;
     };

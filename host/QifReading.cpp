@@ -91,14 +91,14 @@ std::vector<ENTITY*> Reading::EntitiesOf(Element ids, Element of) {
   return entities;
 }
 
-std::vector<Document::Entry*> Reading::FeaturesOf(Element element) {
+std::vector<Document::Entry*> Reading::FeaturesOf(Element element, bool report) {
   std::vector<Document::Entry*> found;
   const auto add = [&](Element reference) {
     Spend(1);
     Document::Entry* const feature = document.Find(reference);
     if (feature != nullptr) {
       found.push_back(feature);
-    } else {
+    } else if (report) {
       Skip(element, "its feature " + std::string(TextOf(reference)) + " does not exist");
     }
   };
@@ -130,7 +130,7 @@ const std::vector<ENTITY*>& Reading::FeatureEntities(Document::Entry& feature) {
     const std::vector<ENTITY*> own =
         EntitiesOf(Child(next.element, "EntityInternalIds"), next.element);
     entities.insert(entities.end(), own.begin(), own.end());
-    const std::vector<Document::Entry*> parts = FeaturesOf(next.element);
+    const std::vector<Document::Entry*> parts = FeaturesOf(next.element, true);
     for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
       if (seen.insert(*part).second) pending.push_back(*part);
     }
@@ -149,7 +149,7 @@ std::vector<ENTITY*> Reading::AssociatedEntities(Element element) {
     Spend(own.size());
     for (ENTITY* entity : own) add(entity);
   };
-  for (Document::Entry* feature : FeaturesOf(element)) addFeature(*feature);
+  for (Document::Entry* feature : FeaturesOf(element, true)) addFeature(*feature);
   for (const Element reference : Child(element, "EntityInternalIds").children()) {
     Document::Entry* const entry = document.Find(reference);
     if (entry != nullptr && Child(entry->element, "FeatureDefinitionId")) {

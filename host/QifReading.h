@@ -42,8 +42,8 @@ class Reading {
   std::vector<ENTITY*> AssociatedEntities(Element element);
   // Features are looked through to the features that they consist of.
   const std::vector<ENTITY*>& FeatureEntities(Document::Entry& feature);
-  // The features that an element names itself.
-  std::vector<Document::Entry*> FeaturesOf(Element element);
+  // The features that an element names itself; with `report`, those that are missing are skipped.
+  std::vector<Document::Entry*> FeaturesOf(Element element, bool report);
 
   // The annotation that a reference names, by itself or by one of its items; null when there is
   // none. `reason` then says why.

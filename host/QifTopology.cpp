@@ -81,6 +81,7 @@ class TopologyReader {
     BODY& body = reading_.part.Body();
     if (reading_.firstBody == nullptr) reading_.firstBody = &body;
     Add(element, body, "body");
+    if (Child(element, "Transform")) reading_.Skip(element, "its transform is not applied");
     AddFaces(element, Child(element, "FaceIds"), body);
     for (const Element reference : Child(element, "ShellIds").children()) {
       const Document::Entry& shell = document_.Require(reference, "Shell");
@@ -144,6 +145,11 @@ class TopologyReader {
     }
     for (const Element cloud : List("PointCloudSet", "PointCloud", "pointClouds")) {
       reading_.Skip(cloud, "the model has no point clouds");
+    }
+    for (const char* set : {"AssemblySet", "ComponentSet"}) {
+      for (const Element element : document_.At({"Product", set}).children()) {
+        reading_.Skip(element, "the model is one part");
+      }
     }
   }
 

@@ -83,7 +83,7 @@ Quantity Units::Convert(Element element, const char* attribute, double defaultFa
   if (factor != defaultFactor)
     quantity.written += std::string(" ") + element.attribute(attribute).value();
   quantity.value = NumberOf(element) * factor;
-  if (!std::isfinite(quantity.value)) throw Unreadable(element, "the value is too large");
+  RequireFinite(element, {quantity.value});
   return quantity;
 }
 
@@ -107,7 +107,9 @@ QENposition Units::Point(Element element) const {
     }
     factor = found->second;
   }
-  return {xyz[0] * factor, xyz[1] * factor, xyz[2] * factor};
+  const QENposition point(xyz[0] * factor, xyz[1] * factor, xyz[2] * factor);
+  RequireFinite(element, {point.x(), point.y(), point.z()});
+  return point;
 }
 
 QENvector Units::Vector(Element element) const {

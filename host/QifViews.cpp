@@ -52,9 +52,9 @@ class SavedViewReader {
     auto& fields = standin::Edit(capture);
     Part([&] { fields.camera = ReadCamera(); });
     Part([&] { fields.clipping_plane = ReadSection(); });
-    SkipUnknown(reading_, view_, view_,
-                {"ActiveView", "AnnotationVisibleIds", "AnnotationHiddenIds", "BodyIds",
-                 "ZoneSectionId", "CameraIds"});
+    SkipUnknown(
+        reading_, view_, view_,
+        {"AnnotationVisibleIds", "AnnotationHiddenIds", "BodyIds", "ZoneSectionId", "CameraIds"});
   }
 
  private:
@@ -112,7 +112,9 @@ class SavedViewReader {
     // The document gives half of the height that the view shows.
     if (!(height > 0)) throw Unreadable(element, "the height of its camera is not positive");
     fields.zoom = 1 / height;
-    const std::string_view name = view_.attribute("label").value();
+    RequireFinite(element, {fields.zoom, onNearPlane.x(), onNearPlane.y(), onNearPlane.z()});
+    std::string_view name = element.attribute("label").value();
+    if (name.empty()) name = view_.attribute("label").value();
     if (!name.empty()) fields.name = Wide(name);
     auto& camera = reading_.part.Make<KOVAPMI_CAMERA>();
     standin::Edit(camera) = fields;

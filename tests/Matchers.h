@@ -41,10 +41,11 @@ MATCHER_P(Reads, text, "") { return std::wstring(arg.GetText()) == text; }
 
 // What an untouched output holds.
 inline KOVAString SentinelString() { return KOVAString(L"untouched"); }
+inline constexpr char kSentinelType[] = "sentinel type", kSentinelNative[] = "sentinel native";
 inline KOVAIdentifier SentinelIdentifier() {
   static int object = 0;
-  return KOVAIdentifier(&object, "sentinel type", nullptr, "sentinel native",
-                        KOVAIdentifierCastHandle(nullptr));
+  return KOVAIdentifier(&object, kSentinelType, reinterpret_cast<KOVARepresentation*>(&object),
+                        kSentinelNative, KOVAIdentifierCastHandle(nullptr));
 }
 MATCHER(IsSentinel, "") {
   const KOVAIdentifier sentinel = SentinelIdentifier();
@@ -52,6 +53,12 @@ MATCHER(IsSentinel, "") {
          arg.GetTypeName() == sentinel.GetTypeName() &&
          arg.GetRepresentation() == sentinel.GetRepresentation() &&
          arg.GetNativeTypeName() == sentinel.GetNativeTypeName();
+}
+
+// What becomes of a sentinel: an identifier of the object, or with null nothing.
+MATCHER_P(Became, object, "") {
+  return object != nullptr ? arg.GetNativeObject() == object
+                           : ::testing::ExplainMatchResult(IsSentinel(), arg, result_listener);
 }
 
 // An identifier's four components, names by content.
@@ -162,6 +169,23 @@ inline Entities Owners(KOVAOrvoPMIExporter& exporter, ENTITY& annotation) {
   Entities owners;
   for (int i = 0; i < identifiers.count(); ++i) owners.push_back(EntityOf(identifiers.at(i)));
   return owners;
+}
+
+// What a query that ends with a count answers: its code, and the count after a sentinel of 77.
+using Answer = std::pair<long, int>;
+template <typename... Parameters, typename... Arguments>
+Answer CountFrom(KOVAPMIExporter& exporter, KOVAResult (KOVAPMIExporter::*query)(Parameters...),
+                 const Arguments&... arguments) {
+  int count = 77;
+  const KOVAResult result = (exporter.*query)(arguments..., count);
+  return {result.GetCode(), count};
+}
+
+// A text on a face of its own, with a plane of its own.
+inline ATTRIB_KOVAPMI_TEXT& AddPlacedText(standin::Part& part) {
+  auto& text = part.AddText(part.Face(), L"placed");
+  part.Place(text, {}, {1, 0, 0}, {0, 0, 1});
+  return text;
 }
 
 // What the platform counts, deletion calls left out: the same before and after whatever gives back

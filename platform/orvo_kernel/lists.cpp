@@ -18,11 +18,13 @@ std::size_t ENTITY_LIST::slot_of(const ENTITY* entity) const {
   return slot;
 }
 
+// An entity that the list holds twice is found at its first position.
 void ENTITY_LIST::index_all(std::size_t slots) {
-  std::vector<std::uint32_t> larger(slots);
-  slots_.swap(larger);
+  std::vector<std::uint32_t>(slots).swap(slots_);
   for (std::size_t i = 0; i < entities_.size(); ++i) {
-    if (entities_[i] != nullptr) slots_[slot_of(entities_[i])] = static_cast<std::uint32_t>(i + 1);
+    if (entities_[i] == nullptr) continue;
+    std::uint32_t& slot = slots_[slot_of(entities_[i])];
+    if (slot == 0) slot = static_cast<std::uint32_t>(i + 1);
   }
 }
 
@@ -55,14 +57,7 @@ void ENTITY_LIST::remove(const ENTITY* entity) {
   if (position < 0) return;
   entities_[static_cast<std::size_t>(position)] = nullptr;
   ++removed_;
-  if (!slots_.empty()) {
-    std::fill(slots_.begin(), slots_.end(), 0);
-    for (std::size_t i = 0; i < entities_.size(); ++i) {
-      if (entities_[i] == nullptr) continue;
-      std::uint32_t& slot = slots_[slot_of(entities_[i])];
-      if (slot == 0) slot = static_cast<std::uint32_t>(i + 1);
-    }
-  }
+  if (!slots_.empty()) index_all(slots_.size());
 }
 
 void ENTITY_LIST::clear() { *this = ENTITY_LIST(); }

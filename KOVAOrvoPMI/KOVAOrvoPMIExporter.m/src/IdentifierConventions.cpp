@@ -18,10 +18,6 @@ KOVAIdentifier Identifier(void* nativeObject, const char* typeName,
                         KOVAIdentifierCastHandle(nullptr));
 }
 
-bool SameName(const char* name, const char* expected) {
-  return name != nullptr && std::strcmp(name, expected) == 0;
-}
-
 void AddTyped(void* nativeObject, const char* typeName, KOVAIdentifiers& identifiers) {
   KOVAIdentifier identifier = EmptyIdentifier();
   identifier.SetNativeObject(nativeObject);
@@ -78,10 +74,6 @@ void BecomeAnnotation(ENTITY* annotation, KOVAIdentifier& identifier) {
 }
 
 bool IsLeader(const KOVAIdentifier& identifier) {
-  return SameName(identifier.GetTypeName(), kLeaderTypeName);
-}
-
-bool IsViewOf(const KOVARepresentation* exporter, const KOVAIdentifier& identifier) {
-  return identifier.GetRepresentation() == exporter &&
-         SameName(identifier.GetTypeName(), KOVAPMIExporter::KOVAPMITypeAnnotationView);
+  const char* name = identifier.GetTypeName();
+  return name != nullptr && std::strcmp(name, kLeaderTypeName) == 0;
 }

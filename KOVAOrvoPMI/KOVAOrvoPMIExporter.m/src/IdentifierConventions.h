@@ -37,8 +37,6 @@ void BecomeAnnotation(ENTITY* annotation, KOVAIdentifier& identifier);
 
 // Whether the identifier carries the leaders' type name.
 bool IsLeader(const KOVAIdentifier& identifier);
-// Whether the identifier is a view handed out by `exporter`.
-bool IsViewOf(const KOVARepresentation* exporter, const KOVAIdentifier& identifier);
 
 // The native object as an entity, or null.
 inline ENTITY* EntityOf(const KOVAIdentifier& identifier) {

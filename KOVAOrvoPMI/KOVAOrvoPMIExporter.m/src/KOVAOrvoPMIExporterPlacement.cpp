@@ -70,7 +70,8 @@ KOVAResult KOVAOrvoPMIExporter::InvertPointOnPlane(const QENposition& origin,
 
 KOVAResult KOVAOrvoPMIExporter::GetViewCoordinateSystem(const KOVAIdentifier& view, float* frame) {
   if (!initialized) return NotInitialised;
-  if (view.GetNativeObject() == nullptr || !IsViewOf(this, view)) return Failure;
+  // A plane is taken as one only when it is a view of this exporter.
+  if (view.GetNativeObject() == nullptr || viewAnnotationMap.Find(view) == nullptr) return Failure;
   QENposition origin;
   QENvector normal;
   QENvector xAxis;

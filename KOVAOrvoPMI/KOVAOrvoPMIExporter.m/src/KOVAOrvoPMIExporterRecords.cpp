@@ -24,7 +24,7 @@ bool Collect(const ENTITY* entity, int type, ENTITY_LIST& found) {
 // A view plane until the exporter's list of planes takes it over.
 class UnregisteredPlane {
  public:
-  explicit UnregisteredPlane(PLANE* plane) : plane_(plane) {}
+  UnregisteredPlane() = default;
   UnregisteredPlane(const UnregisteredPlane&) = delete;
   UnregisteredPlane& operator=(const UnregisteredPlane&) = delete;
   ~UnregisteredPlane() {
@@ -33,31 +33,34 @@ class UnregisteredPlane {
     list.add(plane_);
     api_del_entity_list(list);
   }
-  PLANE* MoveTo(ENTITY_LIST& planes) {
+
+  // Makes the plane that display properties describe; none when they describe none.
+  void Make(const KOVAPMI_DISPLAY_PROPERTIES& display) {
+    const QENposition point = display.get_disp_pt();
+    const QENvector direction = display.get_primary_direction();
+    const QENvector normal = display.get_disp_plane_normal();
+    const QENunit_vector unitNormal(normal.x(), normal.y(), normal.z());
+    const QENvector across = cross(unitNormal, direction);
+    if (!(direction.length_squared() > 0) || across.length_squared() == 0) return;
+    const plane definition(point, unitNormal, direction);
+    RunInKernelApiFrame(
+        [&] {
+          ENTITY* made = new (1, __FILE__, __LINE__) PLANE(definition);
+          if (made == nullptr) throw std::bad_alloc();
+          return made;
+        },
+        plane_);
+  }
+
+  // The plane, or null; from now on it is the list's.
+  ENTITY* MoveTo(ENTITY_LIST& planes) {
     planes.add(plane_, false);
     return std::exchange(plane_, nullptr);
   }
 
  private:
-  PLANE* plane_;
+  ENTITY* plane_ = nullptr;
 };
-
-// The plane that display properties describe, or null when they describe none.
-PLANE* MakeViewPlane(const KOVAPMI_DISPLAY_PROPERTIES& display) {
-  const QENposition point = display.get_disp_pt();
-  const QENvector direction = display.get_primary_direction();
-  const QENvector normal = display.get_disp_plane_normal();
-  const QENunit_vector unitNormal(normal.x(), normal.y(), normal.z());
-  const QENvector across = cross(unitNormal, direction);
-  if (!(direction.length_squared() > 0) || across.length_squared() == 0) return nullptr;
-  const plane definition(point, unitNormal, direction);
-  PLANE* made = nullptr;
-  const bool whole = RunInKernelApiFrame([&] {
-    made = new (1, __FILE__, __LINE__) PLANE(definition);
-    if (made == nullptr) throw std::bad_alloc();
-  });
-  return whole ? made : nullptr;
-}
 
 }  // namespace
 
@@ -135,9 +138,9 @@ void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& own
 
   KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
   if (initialized) FindDisplayProperties(entity, display);
-  PLANE* plane = nullptr;
-  if (display != nullptr) plane = UnregisteredPlane(MakeViewPlane(*display)).MoveTo(viewPlanes);
-  InitialiseViewVsAnnotationMap(ViewIdentifier(plane, this), annotation);
+  UnregisteredPlane plane;
+  if (display != nullptr) plane.Make(*display);
+  InitialiseViewVsAnnotationMap(ViewIdentifier(plane.MoveTo(viewPlanes), this), annotation);
 }
 
 // On an exception neither the views nor the map have changed.

@@ -43,11 +43,11 @@ struct KernelError {
 };
 
 // Runs the body between begin and end, with a kernel exception turned into the result.
-void RunBracketed(const std::function<void()>& body, outcome& result, orvo_exception& holder,
-                  KernelError& error) {
+void RunBracketed(const std::function<ENTITY*()>& body, ENTITY*& product, outcome& result,
+                  orvo_exception& holder, KernelError& error) {
   const Bracket bracket(result);
   try {
-    body();
+    product = body();
     if (result.error_number() == 0) update_from_bb();
   } catch (orvo_exception& raised) {
     try {
@@ -70,7 +70,8 @@ void Leave(int errorNumber) {
 
 }  // namespace
 
-bool RunInKernelApiFrame(const std::function<void()>& body) {
+void RunInKernelApiFrame(const std::function<ENTITY*()>& body, ENTITY*& product) {
+  product = nullptr;
   const KOVAQalOrvoDepthCounter depth;
   set_global_error_info(nullptr);
   outcome result(0, nullptr);
@@ -78,13 +79,14 @@ bool RunInKernelApiFrame(const std::function<void()>& body) {
   {
     orvo_exception holder(0, nullptr, nullptr, 0);
     KernelError error;
-    RunBracketed(body, result, holder, error);
+    RunBracketed(body, product, result, holder, error);
+    if (result.error_number() != 0) product = nullptr;  // its board was rolled back
     if (orvo_interrupted()) sys_error(error.number, error.info);
   }
   problems.process_result(result, problems_list_propagate, 0);
 
   const int number = result.error_number();
-  if (number == 0) return true;
+  if (number == 0) return;
   if (number == memory_manager_messages.message_code(kOutOfMemoryMessage)) {
     Leave<KOVAAllocException>(number);
   }
@@ -92,5 +94,4 @@ bool RunInKernelApiFrame(const std::function<void()>& body) {
       number == error_base_messages.message_code(kAccessViolationMessage)) {
     Leave<KOVAAbortException>(number);
   }
-  return false;
 }

@@ -1,0 +1,97 @@
+// What captures answer beyond one full capture: the list, members, missing parts.
+
+#include "Matchers.h"
+
+namespace {
+
+using standin::Edit;
+using standin::Part;
+
+TEST(Captures, AreListedInTheModelsOrderForTheSetAlone) {
+  Part part;
+  ENTITY* captures[] = {&part.AddCapture({}), &part.AddCapture({}), &part.Face(), nullptr};
+  const auto exporter = Export(part);
+  ExporterInsides::InitializeCapture(*exporter, captures[2]);
+  KOVAIdentifier other;  // no native object either, yet not the set
+  other.SetTypeName("not the set");
+  Part none;
+  const auto withoutSet = Export(none);
+  const struct {
+    KOVAOrvoPMIExporter& exporter;
+    KOVAIdentifier set;
+    unsigned count;
+  } cases[] = {
+      {*exporter, KOVAIdentifier(), 3}, {*exporter, other, 0}, {*withoutSet, KOVAIdentifier(), 0}};
+  for (const auto& each : cases) {
+    unsigned count = 77;
+    EXPECT_THAT(each.exporter.GetCaptureCount(each.set, count), IsSuccess());
+    EXPECT_EQ(count, each.count != 0 ? each.count : 77);
+    for (unsigned index : {0u, 1u, 2u, 3u, ~0u}) {
+      const bool there = index < each.count;
+      KOVAIdentifier capture = SentinelIdentifier();
+      EXPECT_THAT(each.exporter.GetCapture(each.set, index, capture),
+                  HasCode(there ? 0 : kFailure));
+      EXPECT_THAT(capture, Became(there ? captures[index] : nullptr));
+    }
+  }
+}
+
+TEST(Captures, HandOutTheMembersThatAreAnnotationsAndCountThemAll) {
+  Part part;
+  FACE &face = part.Face(), &removed = part.Face();
+  auto& text = part.AddText(face, L"note");
+  auto& dimension = part.AddDimension({&face}, dim_linear, dim_sub_width, 40);
+  auto& capture = part.AddCapture({&text, &removed, &face, &dimension});
+  Edit(capture).members.remove(&removed);
+  const auto exporter = Export(part);
+  unsigned count = 77;
+  EXPECT_THAT(exporter->GetCaptureEntityCount(Naming(&capture), count), IsSuccess());
+  EXPECT_EQ(count, 3u);
+  // Asked for twice, so that asking makes no annotation; any order, so that no place is kept.
+  const std::pair<unsigned, ENTITY*> members[] = {{2, &dimension}, {0, &text},     {1, nullptr},
+                                                  {3, nullptr},    {~0u, nullptr}, {1, nullptr},
+                                                  {0, &text}};
+  for (const auto& [index, member] : members) {
+    unsigned at = index;
+    KOVAIdentifier entity = SentinelIdentifier();
+    EXPECT_THAT(exporter->GetCaptureEntity(Naming(&capture), at, entity),
+                HasCode(index < 3 ? 0 : kFailure));
+    EXPECT_THAT(entity, Became(member));
+  }
+}
+
+TEST(Captures, FailForEachPartThatIsMissingAndTouchNothing) {
+  Part part;
+  auto& capture = part.AddCapture({});
+  auto& camera = part.Make<KOVAPMI_CAMERA>();
+  const auto exporter = Export(part);
+  const KOVAIdentifier named = Naming(&capture);
+  for (const bool preset : {false, true}) {
+    KOVAString name = SentinelString(), hidden = SentinelString();
+    auto type = CameraTypePerspective;
+    double d[14] = {77, 77, 77, 77, 77, 77, 77, 77, 77, 77, 77, 77, 77, 77};
+    float plane[6] = {77, 77, 77, 77, 77, 77};
+    bool has = preset;
+    const auto lookThrough = [&] {
+      return exporter->GetCaptureCameraData(named, name, type, d, d + 3, d + 6, d + 9, d[12],
+                                            d[13]);
+    };
+    Edit(capture).camera = nullptr;
+    EXPECT_THAT(lookThrough(), FailsWith(kFailure));
+    EXPECT_THAT(name, Reads(L"untouched"));
+    EXPECT_EQ(type, CameraTypePerspective);
+    EXPECT_THAT(d, ::testing::Each(77));
+    EXPECT_THAT(exporter->GetCaptureHiddenText(named, hidden), FailsWith(kFailure));
+    EXPECT_THAT(hidden, Reads(L"untouched"));
+    EXPECT_THAT(exporter->HasClippingPlane(named, has), FailsWith(kFailure));
+    EXPECT_EQ(has, preset);
+    EXPECT_THAT(exporter->GetActiveView(named, plane), FailsWith(kFailure));
+    EXPECT_THAT(plane, ::testing::Each(77));
+    // A camera without a name has an empty one.
+    Edit(capture).camera = &camera;
+    EXPECT_THAT(lookThrough(), IsSuccess());
+    EXPECT_THAT(name, Reads(L""));
+  }
+}
+
+}  // namespace

@@ -1,0 +1,445 @@
+#include <clocale>
+#include <memory>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "Matchers.h"
+
+namespace {
+
+using standin::DatumOf;
+using standin::Edit;
+using standin::Fault;
+using standin::Part;
+using standin::TargetOf;
+
+const QENvector kAlongX{1, 0, 0}, kUp{0, 0, 1};
+
+Entities Callouts(KOVAOrvoPMIExporter& exporter, ENTITY& dimension) {
+  Entities callouts;
+  KOVAIdentifier callout;
+  const KOVAIdentifier naming = Naming(&dimension);
+  for (int i = 0; exporter.GetCalloutAnnotationAt(naming, i, callout).IsSuccess(); ++i) {
+    EXPECT_THAT(callout, Consists(callout.GetNativeObject(), nullptr, nullptr, nullptr));
+    callouts.push_back(EntityOf(callout));
+  }
+  EXPECT_EQ(CountFrom(exporter, &KOVAPMIExporter::GetCalloutAnnotationCount, naming),
+            Answer(0, callouts.size()));
+  return callouts;
+}
+
+// --- Identifiers ---------------------------------------------------------------------------------
+
+TEST(Records, CarryTheComponentsOfTheirKind) {
+  Part part;
+  ENTITY* const kNatives[] = {&AddPlacedText(part), &part.AddText(part.Face(), L"")};
+  const auto exporter = Export(part);
+  KOVAIdentifier view, annotation;
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_THAT(exporter->GetAnnotationView(SentinelIdentifier(), i, view), IsSuccess());
+    EXPECT_EQ(is_PLANE(EntityOf(view)), i == 0 ? 1 : 0);
+    EXPECT_THAT(view,
+                Consists(i == 0 ? view.GetNativeObject() : nullptr,
+                         KOVAPMIExporter::KOVAPMITypeAnnotationView, exporter.get(), "ENTITY"));
+    EXPECT_THAT(exporter->GetViewAnnotation(view, 0, annotation), IsSuccess());
+    EXPECT_THAT(annotation, Consists(kNatives[i], KOVAPMIExporter::KOVAPMITypeAnnotation,
+                                     exporter.get(), "ENTITY"));
+    for (const int index : {0, -3, 9}) {
+      KOVAIdentifier text = SentinelIdentifier();
+      EXPECT_THAT(exporter->GetAnnotationText(annotation, index, text), IsSuccess());
+      EXPECT_THAT(text, Consists(kNatives[i], KOVAPMIExporter::KOVAPMITypeText, nullptr, "ENTITY"));
+    }
+  }
+}
+
+// --- Repeated keys -------------------------------------------------------------------------------
+
+// A document that lists its entities twice.
+class TwiceDocument : public standin::Document {
+ public:
+  void GetNativeEntityList(ENTITY_LIST& entities) override {
+    ENTITY_LIST once;
+    Document::GetNativeEntityList(once);
+    for (int i = 0; i < 2 * once.count(); ++i) entities.add(once[i % once.count()], false);
+  }
+};
+
+TEST(Records, OfAnEntityMetTwiceReplaceItsOwnersAndListItTwice) {
+  Part part;
+  BODY& dummy = part.WireBody(L"ATTRIB_XORVO_DUMMY_POINT_FOR_PMI");
+  auto& text = part.AddText(dummy, L"");
+  auto& placed = part.AddText(dummy, L"");
+  part.Place(placed, {}, kAlongX, kUp);
+  TwiceDocument document;
+  document.Add(dummy);
+  const Fault fault = Fault::KernelCall(1, 7);  // the name is not found the first time
+  const auto exporter = Export(document);
+  EXPECT_TRUE(fault.HasFired());
+  EXPECT_EQ(Owners(*exporter, text), Entities());
+  const Entities views = Views(*exporter);
+  ASSERT_EQ(views.size(), 3u);
+  EXPECT_EQ(views[0], nullptr);
+  EXPECT_NE(views[1], views[2]);
+  EXPECT_EQ(Annotations(*exporter), (Entities{&text, &text, &placed, &placed}));
+}
+
+TEST(Records, OfADimensionHoldItsMarkedDimensionsInOrderAsCallouts) {
+  Part part;
+  FACE& face = part.Face();
+  part.Integer(face, "QENATTRIB_COANNOT_TYPE", 1);
+  auto& first = part.MakeCallout(callout_feature_depth, 3);
+  auto& second = part.MakeCallout(callout_feature_counterbore, 12);
+  auto& inner = part.MakeCallout(callout_feature_thread, 4);
+  entity_fields::members(second).add(&inner);
+  auto& unmarked = part.Make<KOVAPMI_DIMENSION>();
+  auto& text = part.AddText(face, L"");
+  auto& dimension =
+      part.AddDimension({&second, &face, &unmarked, &first}, dim_diametral, dim_sub_diameter, 8);
+  auto& plain = part.AddDimension({&face, &unmarked}, dim_linear, dim_sub_width, 1);
+  const auto exporter = Export(part);
+  EXPECT_EQ(Callouts(*exporter, dimension), (Entities{&second, &first}));
+  EXPECT_EQ(Owners(*exporter, dimension), (Entities{&second, &face, &unmarked, &first}));
+  for (ENTITY* entity : std::initializer_list<ENTITY*>{&plain, &second, &unmarked, &text, &face}) {
+    EXPECT_EQ(Callouts(*exporter, *entity), Entities());
+  }
+  EXPECT_EQ(Annotations(*exporter), (Entities{&text, &dimension, &plain}));
+  for (const int index : {-1, 2}) {
+    KOVAIdentifier out = SentinelIdentifier();
+    EXPECT_THAT(exporter->GetCalloutAnnotationAt(Naming(&dimension), index, out),
+                FailsWith(kFailure));
+    EXPECT_THAT(out, IsSentinel());
+  }
+}
+
+TEST(Records, OfADimensionMetTwiceKeepItsFirstCallouts) {
+  Part part;
+  auto& first = part.MakeCallout(callout_feature_depth, 3);
+  auto& second = part.MakeCallout(callout_feature_thread, 4);
+  auto& dimension = part.AddDimension({&first, &second}, dim_diametral, dim_sub_diameter, 8);
+  TwiceDocument document;
+  document.Add(dimension);
+  for (const bool afterWork : {false, true}) {
+    // Three topology calls, then one for each mark; those of the second time find everything.
+    const Fault fault = Fault::KernelCall(4, 7, afterWork);
+    const auto exporter = Export(document);
+    EXPECT_EQ(Callouts(*exporter, dimension), Entities{&second});
+    EXPECT_EQ(Annotations(*exporter), (Entities{&dimension, &dimension}));
+  }
+}
+
+// --- Datum links ---------------------------------------------------------------------------------
+
+TEST(Records, LinkADatumAndATargetToTheLastAttributeThatCarriesThem) {
+  Part part;
+  FACE &a = part.Face(), &b = part.Face();
+  auto &first = part.AddDatum(a, L"A"), &last = part.AddDatum(b, L"A"),
+       &without = part.AddDatum(b, L"A");
+  auto &firstTarget = part.AddDatumTarget(a, L"A1", &first),
+       &lastTarget = part.AddDatumTarget(b, L"A1"), &withoutTarget = part.AddDatumTarget(b, L"A1");
+  Edit(last).datum = &DatumOf(first);
+  Edit(lastTarget).target = &TargetOf(firstTarget);
+  Edit(without).datum = nullptr;
+  Edit(withoutTarget).target = nullptr;
+  auto& loose = part.Make<KOVAPMI_DATUM>();
+  auto& tolerance = part.AddGeometricTolerance(a, tol_position, 0.1);
+  auto& reference =
+      part.AddReference(*Edit(tolerance).rows.at(0), L"A-B", {&DatumOf(first), &loose});
+  const auto exporter = Export(part);
+  EXPECT_EQ(Annotations(*exporter), (Entities{&first, &firstTarget, &tolerance, &last, &without,
+                                              &lastTarget, &withoutTarget}));
+  KOVAIdentifier out;
+  KOVAIdentifiers modifiers;
+  unsigned index = 0;
+  EXPECT_THAT(exporter->GetDatumAt(Naming(&reference), 0, out, out, modifiers), IsSuccess());
+  EXPECT_EQ(EntityOf(out), &last);
+  EXPECT_THAT(exporter->GetDatumAt(Naming(&reference), 1, out, out, modifiers), IsSuccess());
+  EXPECT_EQ(EntityOf(out), &loose);
+  EXPECT_THAT(exporter->GetDatumTargetAt(Naming(&first), index, out), IsSuccess());
+  EXPECT_EQ(EntityOf(out), &lastTarget);
+}
+
+// --- Nested tolerances ---------------------------------------------------------------------------
+
+TEST(Records, OfNestedTolerancesFollowTheirParentDepthFirst) {
+  Part part;
+  FACE& face = part.Face();
+  auto& parent = part.AddGeometricTolerance(face, tol_position, 1);
+  auto& next = part.AddGeometricTolerance(face, tol_flatness, 1);
+  auto& first = part.AddGeometricTolerance(parent, tol_position, 2);
+  part.AddText(parent, L"on a tolerance");
+  part.Make<Derived<ATTRIB_KOVAPMI_GEOM_TOL>>(&parent);
+  auto& second = part.AddGeometricTolerance(parent, tol_position, 2);
+  auto& inner = part.AddGeometricTolerance(first, tol_position, 3);
+  const auto exporter = Export(part);
+  EXPECT_EQ(Annotations(*exporter), (Entities{&parent, &first, &inner, &second, &next}));
+  const std::pair<ENTITY*, Entities> kOwners[] = {
+      {&parent, {&face}}, {&first, {&parent}}, {&inner, {&first}}, {&second, {&parent}}};
+  for (const auto& [tolerance, owners] : kOwners) EXPECT_EQ(Owners(*exporter, *tolerance), owners);
+}
+
+TEST(Records, OfNestedTolerancesGoToAnyDepth) {
+  constexpr std::size_t kDepth = 100'000;
+  Part part;
+  Entities chain;
+  ENTITY* on = &part.Face();
+  while (chain.size() < kDepth) {
+    chain.push_back(on = &part.AddGeometricTolerance(*on, tol_position, 1));
+  }
+  part.Place(static_cast<ATTRIB_KOVAPMI_GEOM_TOL&>(*on), {}, kAlongX, kUp);
+  const auto exporter = Export(part);
+  EXPECT_EQ(Annotations(*exporter), chain);
+  EXPECT_EQ(Views(*exporter).size(), 2u);
+  EXPECT_EQ(Owners(*exporter, *on), Entities{chain[kDepth - 2]});
+}
+
+// --- Views ---------------------------------------------------------------------------------------
+
+TEST(Views, AreOnePlaneEachForEveryKindThatIsPlacedInOrderOfRegistration) {
+  Part part;
+  FACE& face = part.Face();
+  auto &unplaced = part.AddText(face, L""), &text = part.AddText(face, L"");
+  auto &flagNote = part.AddFlagNote(face, L""), &unplacedToo = part.AddFlagNote(face, L"");
+  auto& roughness = part.AddRoughness(face, {});
+  auto &datum = part.AddDatum(face, L"A"), &damaged = part.AddDatum(face, L"B");
+  auto& target = part.AddDatumTarget(face, L"A1");
+  auto& tolerance = part.AddGeometricTolerance(face, tol_flatness, 1);
+  auto& dimension = part.AddDimension({}, dim_linear, dim_sub_width, 1);
+  const auto place = [&](auto&... placed) { (part.Place(placed, {}, kAlongX, kUp), ...); };
+  place(text, flagNote, roughness, DatumOf(datum), DatumOf(damaged), TargetOf(target), tolerance,
+        dimension);
+  Edit(damaged).datum = &face;
+  Entities placed{&text, &flagNote, &roughness, &datum, &target, &tolerance, &dimension};
+  while (placed.size() < 30) {  // more than the map begins with
+    auto& another = part.AddDimension({}, dim_linear, dim_sub_width, 1);
+    place(another);
+    placed.push_back(&another);
+  }
+  for (const bool standardMap : {false, true}) {
+    const standin::UseStdHash option(standardMap);
+    const auto exporter = Export(part);
+    const Entities views = Views(*exporter);
+    ASSERT_EQ(views.size(), 31u);
+    EXPECT_EQ(views[0], nullptr);
+    EXPECT_EQ(Annotations(*exporter, nullptr), (Entities{&unplaced, &unplacedToo, &damaged}));
+    for (std::size_t i = 0; i < 30; ++i) {
+      EXPECT_EQ(is_PLANE(views[i + 1]), 1);
+      EXPECT_EQ(Annotations(*exporter, views[i + 1]), Entities{placed[i]}) << i;
+    }
+  }
+}
+
+TEST(Views, HaveAPlaneOnlyWhenDirectionAndNormalSpanOne) {
+  const struct {
+    QENvector direction, normal;
+    std::vector<float> frame;  // none without a plane
+  } kPlanes[] = {
+      {{1, 0, 0}, {0, 0, 1}, {4, 5, 6, 1, 0, 0, 0, 1, 0}},
+      {{2, 0, 0}, {0, 0, 5}, {4, 5, 6, 2, 0, 0, 0, 2, 0}},   // a normal of any length
+      {{0, 1, 1}, {0, 0, -3}, {4, 5, 6, 0, 1, 1, 1, 0, 0}},  // a direction out of the plane
+      {{0, 0, 0}, {0, 0, 1}, {}},
+      {{0, 0, 2}, {0, 0, 1}, {}},
+      {{0, 0, -2}, {0, 0, 1}, {}},
+      {{1, 0, 0}, {0, 0, 0}, {}}};
+  for (const auto& [direction, normal, expected] : kPlanes) {
+    Part part;
+    part.Place(part.AddText(part.Face(), L""), {4, 5, 6}, direction, normal);
+    const auto exporter = Export(part);
+    KOVAIdentifier view;
+    EXPECT_THAT(exporter->GetAnnotationView(KOVAIdentifier(), 0, view), IsSuccess());
+    std::vector<float> frame(9);
+    if (!exporter->GetViewCoordinateSystem(view, frame.data()).IsSuccess()) frame.clear();
+    EXPECT_EQ(frame, expected);
+    EXPECT_EQ(view.GetNativeObject() == nullptr, expected.empty());
+  }
+}
+
+// --- Navigation ----------------------------------------------------------------------------------
+
+TEST(Navigation, FailsOutsideItsListsAndTouchesNothingButTheCountOfAnUnknownView) {
+  Part part;
+  part.AddText(part.Face(), L"");
+  auto& placed = AddPlacedText(part);
+  part.AddText(part.Face(), L"");
+  const auto exporter = Export(part), other = Export(part);
+  EXPECT_EQ(CountFrom(*exporter, &KOVAPMIExporter::GetAnnotationViewCount, SentinelIdentifier()),
+            Answer(0, 2));
+  KOVAIdentifier null, plane, foreign, out = SentinelIdentifier();
+  EXPECT_THAT(exporter->GetAnnotationView(out, -1, out), FailsWith(kFailure));
+  EXPECT_THAT(exporter->GetAnnotationView(out, 2, out), FailsWith(kFailure));
+  exporter->GetAnnotationView(KOVAIdentifier(), 0, null);
+  exporter->GetAnnotationView(KOVAIdentifier(), 1, plane);
+  other->GetAnnotationView(KOVAIdentifier(), 1, foreign);
+  const std::pair<KOVAIdentifier, Answer> kCounts[] = {
+      {null, {0, 2}},           {KOVAIdentifier(), {0, 2}},
+      {plane, {0, 1}},          {Naming(plane.GetNativeObject()), {0, 1}},
+      {foreign, {kFailure, 0}}, {Naming(&placed), {kFailure, 0}}};
+  for (const auto& [view, answer] : kCounts) {
+    EXPECT_EQ(CountFrom(*exporter, &KOVAPMIExporter::GetViewAnnotationCount, view), answer);
+    EXPECT_THAT(exporter->GetViewAnnotation(view, -1, out), FailsWith(kFailure));
+    EXPECT_THAT(exporter->GetViewAnnotation(view, answer.second, out), FailsWith(kFailure));
+  }
+  EXPECT_THAT(out, IsSentinel());
+}
+
+// --- Properties ----------------------------------------------------------------------------------
+
+// An object of a class and one of a class derived from it.
+template <typename Class, typename... Arguments>
+Entities Both(Part& part, Arguments... arguments) {
+  return {&part.Make<Class>(arguments...), &part.Make<Derived<Class>>(arguments...)};
+}
+
+TEST(Properties, TellTheKindOfEveryObjectAndWhetherItIsAText) {
+  Part part;
+  FACE& face = part.Face();
+  AddPlacedText(part);
+  const auto exporter = Export(part);
+  const std::pair<Entities, int> kKinds[] = {
+      {Both<ATTRIB_KOVAPMI_TEXT>(part, &face), 4},
+      {Both<ATTRIB_KOVAPMI_ROUGHNESS>(part, &face), 6},
+      {Both<ATTRIB_KOVAPMI_GEOM_TOL>(part, &face), 7},
+      {Both<KOVAPMI_DIMENSION>(part), 9},
+      {Both<ATTRIB_KOVAPMI_DATUM>(part, &face), 2},
+      {Both<KOVAPMI_DATUM>(part), 2},
+      {Both<ATTRIB_KOVAPMI_DATUM_TARGET>(part, &face), 3},
+      {Both<KOVAPMI_DATUMTGT>(part), 3},
+      {Both<ATTRIB_KOVAPMI_FLAGNOTE>(part, &face), 11},
+      {Both<KOVAPMI_CAPTURE>(part), 0},
+      {{&face, &part.Collection({}), Views(*exporter).at(0)}, 0}};
+  for (const auto& [objects, kind] : kKinds) {
+    for (const ENTITY* object : objects) {
+      const KOVAIdentifier identifier = Naming(const_cast<ENTITY*>(object));
+      auto type = static_cast<KOVAPMIAnnotationType>(kind + 1);
+      EXPECT_THAT(exporter->GetAnnotationType(identifier, type), IsSuccess());
+      EXPECT_EQ(type, kind);
+      const bool isText = kind == 4 || kind == 11;
+      EXPECT_EQ(CountFrom(*exporter, &KOVAPMIExporter::GetAnnotationTextCount, identifier),
+                isText ? Answer(0, 1) : Answer(kFailure, 77));
+    }
+  }
+}
+
+TEST(Properties, AreHiddenOnlyWhenTheModelSaysSo) {
+  Part part;
+  FACE &plain = part.Face(), &hidden = part.Face(), &shown = part.Face();
+  part.Hide(hidden);
+  part.Integer(shown, "show", -1);
+  const auto exporter = Export(part);
+  for (FACE* text : {&plain, &hidden, &shown}) {
+    for (bool answer : {false, true}) {
+      EXPECT_THAT(exporter->IsAnnotationHidden(Naming(text), answer), IsSuccess());
+      EXPECT_EQ(answer, text == &hidden);
+    }
+  }
+}
+
+TEST(Properties, ReadWideAndNarrowNamesOfAnyLength) {
+  const std::wstring untouched = SentinelString().GetText();
+  Part part;
+  const auto wide = [&](const wchar_t* name) {
+    return part.Make<ATTRIB_GEN_WSTRING>(&part.Face(), "ATTRIB_XORVO_NAME", name).owner();
+  };
+  const auto narrow = [&](const char* name) {
+    return part.Make<ATTRIB_GEN_STRING>(&part.Face(), "ATTRIB_XORVO_NAME", name).owner();
+  };
+  std::string twoBytesEach;
+  for (int i = 0; i < 2000; ++i) twoBytesEach += "\u00d8";
+  const std::vector<std::pair<ENTITY*, std::wstring>> kNames = {
+      {wide(L"Hole \u00d88"), L"Hole \u00d88"},
+      {wide(std::wstring(5000, L'w').c_str()), std::wstring(5000, L'w')},
+      {wide(L""), untouched},
+      {wide(nullptr), untouched},
+      {&part.Face(), untouched},
+      {narrow("\u00d88 \U0001d54f"), L"\u00d88 \U0001d54f"},
+      {narrow(std::string(1023, 'n').c_str()), std::wstring(1023, L'n')},
+      {narrow(std::string(1024, 'n').c_str()), std::wstring(1024, L'n')},
+      {narrow(twoBytesEach.c_str()), std::wstring(2000, L'\u00d8')},
+      {narrow(""), L""},
+      {narrow("cut \xc3"), L""},
+      {narrow(nullptr), untouched}};
+  const auto exporter = Export(part);
+  const auto expectName = [&](ENTITY* entity, const std::wstring& expected) {
+    KOVAString name = SentinelString();
+    EXPECT_THAT(exporter->GetAnnotationName(Naming(entity), name), IsSuccess());
+    EXPECT_THAT(name, Reads(expected)) << expected.size();
+  };
+  ASSERT_NE(std::setlocale(LC_ALL, "C.UTF-8"), nullptr);
+  for (const auto& [entity, expected] : kNames) expectName(entity, expected);
+  for (const bool afterWork : {false, true}) {  // a failed lookup spoils a narrow name alone
+    for (const std::size_t i : {0u, 5u}) {
+      const Fault fault = Fault::KernelCall(1, 7, afterWork);
+      expectName(kNames[i].first, i == 0 && afterWork ? kNames[i].second : untouched);
+    }
+  }
+  std::setlocale(LC_ALL, "C");
+  expectName(kNames[5].first, L"");  // not a text in this encoding
+}
+
+// A frame by its C++ class alone.
+class NoFrame : public KOVAPMI_DRF {
+  int identity(int level = 0) const override { return level <= 1 ? FACE_TYPE : -1; }
+};
+
+TEST(Properties, NameTheReferenceFrameOfARow) {
+  Part part;
+  FACE& face = part.Face();
+  auto& tolerance = part.AddGeometricTolerance(face, tol_position, 1);
+  auto& frame = part.Make<Derived<KOVAPMI_DRF>>();
+  Edit(frame).note = L"A|B";
+  Edit(part.AddRow(tolerance, 2)).frame = &frame;
+  Edit(part.AddRow(tolerance, 3)).frame = &part.Make<NoFrame>();
+  Edit(tolerance).rows.push_back(nullptr);
+  const auto exporter = Export(part);
+  KOVAString note = SentinelString();
+  KOVAIdentifier out = SentinelIdentifier();
+  for (const int row : {-1, 0, 2, 3, 4}) {
+    EXPECT_THAT(exporter->GetAnnotationAssociatedRefFrame(Naming(&tolerance), row, note, out),
+                FailsWith(kFailure));
+  }
+  EXPECT_THAT(exporter->GetAnnotationAssociatedRefFrame(Naming(&face), 0, note, out),
+              FailsWith(kFailure));
+  EXPECT_THAT(note, Reads(L"untouched"));
+  EXPECT_THAT(out, IsSentinel());
+  EXPECT_THAT(exporter->GetAnnotationAssociatedRefFrame(Naming(&tolerance), 1, note, out),
+              IsSuccess());
+  EXPECT_THAT(note, Reads(L"A|B"));
+  const KOVAIdentifier rest = SentinelIdentifier();
+  EXPECT_THAT(out, Consists(&frame, KOVAPMIExporter::KOVAPMITypeDatumRef, rest.GetRepresentation(),
+                            rest.GetNativeTypeName()));
+}
+
+TEST(Properties, ReadPersistentAndModelIdentifiers) {
+  Part part;
+  FACE &face = part.Face(), &bare = part.Face(), &empty = part.Face(), &null = part.Face();
+  part.Id(face, "F-17");
+  part.Id(empty, "");
+  part.Id(null, nullptr);
+  const auto exporter = Export(part);
+  part.GetDocument().SetAvailable(false);
+  const auto uninitialised = Export(part);
+  const auto expectId = [&](FACE& entity, const char* expected) {
+    char sentinel = 0;
+    char* id = &sentinel;
+    EXPECT_THAT(uninitialised->GetEntityID(&entity, id),
+                HasCode(expected == nullptr ? kFailure : 0));
+    EXPECT_STREQ(id, expected);
+    delete[] id;
+  };
+  const std::tuple<FACE*, const wchar_t*, const char*> kIds[] = {{&face, L"F-17", "F-17"},
+                                                                 {&bare, L"untouched", nullptr},
+                                                                 {&empty, L"", ""},
+                                                                 {&null, L"untouched", nullptr}};
+  for (const auto& [entity, pid, id] : kIds) {
+    KOVAString persistent = SentinelString();
+    EXPECT_THAT(exporter->GetPID(Naming(entity), persistent), IsSuccess());
+    EXPECT_THAT(persistent, Reads(pid));
+    expectId(*entity, id);
+  }
+  for (const bool afterWork : {false, true}) {
+    const Fault fault = Fault::KernelCall(1, 7, afterWork);
+    expectId(face, nullptr);
+  }
+}
+
+}  // namespace

@@ -258,11 +258,8 @@ void RegisterIndexed(Drawing& drawing) {
     if (of == twin.set) count = static_cast<unsigned>(twin.views.size());
     return kSuccess;
   });
-  NUMBERS(GetViewCoordinateSystem, view, [&exporter](const KOVAIdentifier& of, float* frame) {
-    if (of.GetNativeObject() == nullptr || of.GetRepresentation() != &exporter ||
-        std::strcmp(of.GetTypeName(), KOVAPMIExporter::KOVAPMITypeAnnotationView) != 0) {
-      return kFailure;
-    }
+  NUMBERS(GetViewCoordinateSystem, view, [](const KOVAIdentifier& of, float* frame) {
+    if (of.GetNativeObject() == nullptr || twin.lists.Find(of) == nullptr) return kFailure;
     const plane& definition = static_cast<const PLANE*>(of.GetNativeObject())->equation();
     Put(frame, definition.root_point);
     Put(frame + 3, definition.u_direction);

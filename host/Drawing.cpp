@@ -101,8 +101,12 @@ std::string Limits(const DimensionReport& dimension, const char* unit) {
 
 std::string DrawNumber(double value) {
   if (!std::isfinite(value)) return value > 0 ? "∞" : value < 0 ? "-∞" : "?";
+  // Small numbers get more decimals; what is smaller still is noise.
+  const double size = std::abs(value);
+  if (size < 1e-12) return "0";
+  const int decimals = size < 0.1 ? 5 - static_cast<int>(std::floor(std::log10(size))) : 6;
   char text[400];
-  std::snprintf(text, sizeof text, "%.6f", value);
+  std::snprintf(text, sizeof text, "%.*f", decimals, value);
   std::string digits(text);
   digits.erase(digits.find_last_not_of('0') + 1);
   if (digits.back() == '.') digits.pop_back();
@@ -118,10 +122,8 @@ std::string DrawDimension(const DimensionReport& dimension) {
   if (symbol != DimensionSymbols().end()) text += symbol->second;
   const std::string upper = dimension.upperText.value_or("");
   const std::string lower = dimension.lowerText.value_or("");
-  if (!upper.empty() && !lower.empty()) {
-    text += upper + "/" + lower + unit;
-  } else if (dimension.value == 0 && dimension.lower == 0 && dimension.upper.has_value()) {
-    text += DrawNumber(*dimension.upper) + unit;  // a limit without a nominal value
+  if (!upper.empty() || !lower.empty()) {
+    text += upper + (upper.empty() || lower.empty() ? "" : "/") + lower + unit;
   } else if (dimension.value) {
     text += DrawNumber(*dimension.value) + unit + Limits(dimension, unit);
   }

@@ -15,5 +15,5 @@ std::string DrawTolerance(const ToleranceReport& tolerance);
 // Such as "√ Ra 1.6".
 std::string DrawRoughness(const RoughnessReport& roughness);
 
-// A number in as few digits as tell it, six decimals at the most.
+// A number in as few digits as tell it: six decimals, or six digits of a small number.
 std::string DrawNumber(double value);

@@ -38,7 +38,7 @@ Json FontToJson(const FontReport& font) {
 }
 
 Json ModifierToJson(const ModifierReport& modifier) {
-  return {{"type", modifier.type}, {"magnitude", OrNull(modifier.magnitude)}};
+  return {{"type", OrNull(modifier.type)}, {"magnitude", OrNull(modifier.magnitude)}};
 }
 
 Json FrameToJson(const FrameReport& frame) {
@@ -129,7 +129,7 @@ Json AnnotationToJson(const AnnotationReport& annotation) {
             })},
       {"entities", List(annotation.entities,
                         [](const EntityReport& entity) {
-                          return Json{{"kind", entity.kind}, {"label", entity.label}};
+                          return Json{{"kind", entity.kind}, {"label", OrNull(entity.label)}};
                         })},
       {"position", OrNull(annotation.position)},
       {"depth", OrNull(annotation.depth)},

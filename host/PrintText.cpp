@@ -128,6 +128,9 @@ class Printer {
 
   void PrintDimension(const DimensionReport& dimension) {
     std::string line = dimension.type.value_or("?") + ", " + dimension.mainType.value_or("?");
+    if (dimension.value) line += ", value " + DrawNumber(*dimension.value);
+    if (dimension.lower) line += ", lower " + DrawNumber(*dimension.lower);
+    if (dimension.upper) line += ", upper " + DrawNumber(*dimension.upper);
     if (dimension.precision) line += ", precision " + DrawNumber(*dimension.precision);
     if (dimension.tolerancePrecision) {
       line += ", tolerance precision " + DrawNumber(*dimension.tolerancePrecision);
@@ -158,13 +161,15 @@ class Printer {
       std::string line = "on";
       for (const EntityReport& entity : annotation.entities) {
         line += (line == "on" ? " " : ", ") + entity.kind;
-        if (!entity.label.empty()) line += " \"" + entity.label + "\"";
+        if (entity.label) line += " \"" + *entity.label + "\"";
       }
       Line(3, OneLine(line));
     }
     if (annotation.position) {
-      Line(3, "at " + Tuple(*annotation.position) + " depth " +
-                  DrawNumber(annotation.depth.value_or(0)));
+      Line(3, "at " + Tuple(*annotation.position) +
+                  (annotation.depth ? " depth " + DrawNumber(*annotation.depth) : ""));
+    } else if (annotation.depth) {
+      Line(3, "depth " + DrawNumber(*annotation.depth));
     }
     for (const auto& leader : annotation.leaders) {
       Line(3, "leader " + Tuple(leader[0]) + " to " + Tuple(leader[1]));

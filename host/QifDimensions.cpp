@@ -180,7 +180,9 @@ class DimensionReader {
     bool found = false;
     const auto read = [&](const char* name, double& deviation, pmi_text& text) {
       const Element element = Child(limits, name);
-      if (!element) return;
+      if (!element) {
+        return reading_.Skip(name, nominal_.attribute("id").value(), "not stated; answered as 0");
+      }
       const Quantity limit = Measured(element);
       deviation = asLimits ? Difference(limit.value, fields_.value) : limit.value;
       if (asLimits) text = Wide(WithDecimals(limit.written, limit.decimals));
@@ -220,13 +222,13 @@ class DimensionReader {
   }
 
   void SkipRest() {
-    SkipUnknownOfNominal(reading_, nominal_,
-                         {"TargetValue", "Direction", "OriginReference", "Vertex", "MaxValue",
-                          "MinValue", "DefinedAsLimit"});
+    SkipUnknownOfNominal(
+        reading_, nominal_,
+        {"TargetValue", "OriginReference", "MaxValue", "MinValue", "DefinedAsLimit"});
     if (!firstUse_) return;
     SkipUnknown(reading_, definition_, definition_,
-                {"Name", "CharacteristicDesignator", "DimensionType", "Tolerance", "NonTolerance",
-                 "LimitsAndFitsSpecification", "ThreadSpecificationId", "WhatToMeasure"});
+                {"Name", "CharacteristicDesignator", "DimensionType", "Tolerance",
+                 "LimitsAndFitsSpecification", "ThreadSpecificationId"});
     SkipUnknown(reading_, Child(definition_, "Tolerance"), definition_,
                 {"MaxValue", "MinValue", "DefinitionId", "DefinedAsLimit"});
   }

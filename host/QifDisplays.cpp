@@ -83,6 +83,10 @@ class DisplayReader {
       drawn.insert(annotation);
       if (!drawing_.hasPlane)
         Skip("PMIDisplay", "it has no plane; its place and lines are left out");
+      const std::string_view place = WordOf(Child(display_.texts, "Text"), "XY");
+      if (!place.empty() && place != "0 0") {
+        Skip("Texts", "the place of its text in its plane is left out");
+      }
       if (display_.graphics) Skip("Graphics", "the model has no drawn lines and areas");
     } catch (const Unreadable& problem) {
       Skip("PMIDisplay", problem.what());

@@ -92,7 +92,7 @@ class ToleranceReader {
     for (const Element field : definition_.children()) {
       if (IsSegment(field)) rows.push_back(&ReadRow(field));
     }
-    SkipUnknownOfNominal(reading_, nominal_, {"ZoneDirection", "Vector", "CoordinateMethod"});
+    SkipUnknownOfNominal(reading_, nominal_, {});
 
     const std::vector<ENTITY*> entities = reading_.AssociatedEntities(nominal_);
     auto& tolerance = reading_.part.Make<ATTRIB_KOVAPMI_GEOM_TOL>(&reading_.Carrier(entities));

@@ -52,9 +52,8 @@ class SavedViewReader {
     auto& fields = standin::Edit(capture);
     Part([&] { fields.camera = ReadCamera(); });
     Part([&] { fields.clipping_plane = ReadSection(); });
-    SkipUnknown(
-        reading_, view_, view_,
-        {"AnnotationVisibleIds", "AnnotationHiddenIds", "BodyIds", "ZoneSectionId", "CameraIds"});
+    SkipUnknown(reading_, view_, view_,
+                {"AnnotationVisibleIds", "BodyIds", "ZoneSectionId", "CameraIds"});
   }
 
  private:

@@ -26,11 +26,12 @@ struct TextReport {
 
 // A model entity: its kind, and the document's label or id of it.
 struct EntityReport {
-  std::string kind, label;
+  std::string kind;
+  Text label;
 };
 
 struct ModifierReport {
-  std::string type;
+  Text type;
   Number magnitude;
 };
 

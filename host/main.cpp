@@ -74,7 +74,9 @@ void Write(const ModelReport& report, const Options& options) {
   const bool alone = options.models.size() == 1;
   const std::string text =
       options.json ? PrintJson(report, alone ? 2 : -1) + "\n" : PrintText(report);
-  std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
+  if (!std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
+    throw std::runtime_error("cannot write the report");
+  }
 }
 
 int Run(const Options& options) {
@@ -91,6 +93,10 @@ int Run(const Options& options) {
       progress.Clear();
       std::cerr << "pmi_report: " << error.what() << '\n';
       status = kBadModel;
+    } catch (const PluginError& error) {
+      progress.Clear();
+      std::cerr << "pmi_report: " << options.models[i] << ": " << error.what() << '\n';
+      status = kBadPlugin;
     }
   }
   return status;

@@ -47,31 +47,6 @@ TEST(Datums, AndTargetsFailOrAnswerNothingWhenTheirAttributeCarriesAnythingElse)
   }
 }
 
-TEST(DatumTargets, AreHandedOutByTheirCarrierAndOutsideTheListNotAtAll) {
-  Part part;
-  auto& face = part.Face();
-  auto& datum = part.AddDatum(face, L"A");
-  auto& attribute = part.AddDatumTarget(face, L"A1", &datum);
-  auto& bare = part.Make<KOVAPMI_DATUMTGT>();
-  auto& targets = Edit(DatumOf(datum)).targets;
-  targets.insert(targets.end(), {nullptr, &bare});
-  auto& empty = part.AddDatum(face, L"B");
-  const auto exporter = Export(part);
-  const struct {
-    ENTITY* datum;
-    unsigned index;
-    ENTITY* expected;
-  } cases[] = {{&datum, 0, &attribute}, {&datum, 1, nullptr},   {&datum, 2, &bare},
-               {&datum, 3, nullptr},    {&datum, ~0u, nullptr}, {&empty, 0, nullptr}};
-  for (const auto& each : cases) {
-    unsigned index = each.index;
-    KOVAIdentifier target = SentinelIdentifier();
-    EXPECT_THAT(exporter->GetDatumTargetAt(Naming(each.datum), index, target), IsSuccess());
-    EXPECT_EQ(index, each.index);
-    EXPECT_THAT(target, Became(each.expected));
-  }
-}
-
 TEST(DatumTargets, LeaveTheArrayOfAMissingPointAlone) {
   Part part;
   auto& target = TargetOf(part.AddDatumTarget(part.Face(), L"A1"));

@@ -54,7 +54,7 @@ class HashMapModel {
     key.SetTypeName(Below(2) == 0 ? "view" : nullptr);
     const bool present = model_.count(key.GetNativeObject()) != 0;
     const List list(Below(4), value), untouched{SentinelIdentifier()};
-    const auto kind = Below(objects_.size() * 4) == 0 ? 9 : Below(7);
+    const auto kind = Below(objects_.size() * 4) == 0 ? 9 : Below(8);
     if (kind < 2) {  // the table grows before it looks, so for a key that is there too
       if (static_cast<double>(model_.size() + 1) > positions_ * 0.75) positions_ *= 2;
       ASSERT_EQ(map_.Add(key, list), !present);
@@ -79,6 +79,10 @@ class HashMapModel {
       std::size_t visits = 0;
       map_.Walk([&](const KOVAIdentifier&, const List&) { return ++visits < limit; });
       ASSERT_EQ(visits, std::min(limit, model_.size()));
+    } else if (kind == 7) {
+      if (!present && static_cast<double>(model_.size() + 1) > positions_ * 0.75) positions_ *= 2;
+      ASSERT_EQ(map_.AddOrAppend(key, value), !present);
+      model_[key.GetNativeObject()].push_back(value.GetNativeObject());
     } else {
       map_.Clear();
       model_.clear();

@@ -1,6 +1,5 @@
 #include "IdentifierHashMap.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -52,60 +51,6 @@ class BothForms : public ::testing::TestWithParam<bool> {
 INSTANTIATE_TEST_SUITE_P(IdentifierHashMap, BothForms, ::testing::Bool(),
                          [](const auto& form) { return form.param ? "Standard" : "Table"; });
 
-TEST_P(BothForms, KeysMatchByNativeObjectAndTheFirstListStays) {
-  IdentifierHashMap map(12, true);
-  EXPECT_TRUE(map.Add(Key(64, "view"), Values({1, 2})));
-  EXPECT_FALSE(map.Add(Key(64), Values({3})));
-  EXPECT_TRUE(map.Add(Key(0, "null view"), Values({4})));
-  EXPECT_FALSE(map.Add(KOVAIdentifier(), Values({5})));
-  EXPECT_EQ(map.Count(), 2);
-  List list = Values({9});
-  EXPECT_FALSE(map.Lookup(Key(65, "view"), list));
-  EXPECT_THAT(Numbers(list), ElementsAre(9));
-  EXPECT_TRUE(map.Lookup(Key(64, "other"), list));
-  EXPECT_THAT(Numbers(list), ElementsAre(1, 2));
-  list.clear();  // a copy
-  EXPECT_TRUE(map.Lookup(Key(64), list));
-  EXPECT_THAT(Numbers(list), ElementsAre(1, 2));
-  EXPECT_THAT(Numbers(*map.Find(KOVAIdentifier())), ElementsAre(4));
-}
-
-TEST_P(BothForms, ReplaceAndAppendChangeThePresentKeyAlone) {
-  IdentifierHashMap map(12, true);
-  map.Add(Key(64), Values({1}));
-  map.Add(Key(128), Values({2}));
-  EXPECT_TRUE(map.Replace(Key(64, "other"), Values({7, 8})));
-  EXPECT_TRUE(map.Append(Key(64), Key(9)));
-  EXPECT_FALSE(map.Replace(Key(192), Values({3})));
-  EXPECT_FALSE(map.Append(Key(192), Key(3)));
-  EXPECT_EQ(map.Count(), 2);
-  EXPECT_THAT(Numbers(*map.Find(Key(64))), ElementsAre(7, 8, 9));
-  EXPECT_THAT(Numbers(*map.Find(Key(128))), ElementsAre(2));
-}
-
-TEST_P(BothForms, WalkVisitsEveryPairOnceUntilItIsStopped) {
-  IdentifierHashMap map(12, true);
-  for (std::uintptr_t i = 0; i < 100; ++i) map.Add(Key(i * 64), {});
-  std::vector<std::uintptr_t> keys = Numbers(KeysOf(map));
-  std::sort(keys.begin(), keys.end());
-  ASSERT_EQ(keys.size(), 100u);
-  for (std::uintptr_t i = 0; i < 100; ++i) EXPECT_EQ(keys[i], i * 64);
-  int visits = 0;
-  map.Walk([&](const KOVAIdentifier&, const List&) { return ++visits < 3; });
-  EXPECT_EQ(visits, 3);
-}
-
-TEST_P(BothForms, ClearForgetsEverythingAndLeavesSeventeenPositions) {
-  IdentifierHashMap map(100, true);
-  for (std::uintptr_t i = 1; i <= 200; ++i) map.Add(Key(i * 64), Values({i}));
-  map.Clear();
-  EXPECT_EQ(map.Count(), 0);
-  EXPECT_EQ(map.PositionCount(), 17);
-  EXPECT_EQ(map.Find(Key(64)), nullptr);
-  EXPECT_TRUE(map.Add(Key(64), Values({5})));
-  EXPECT_THAT(Numbers(KeysOf(map)), ElementsAre(64));
-}
-
 TEST_P(BothForms, OwnFunctionsDecideHashAndEquality) {
   IdentifierHashMap map(12, true, HashAlike, SameTypeName);
   EXPECT_TRUE(map.Add(Key(64, "a"), Values({1})));
@@ -119,21 +64,6 @@ TEST(IdentifierHashMapTable, HasAThirdMorePositionsThanKeysAndOne) {
   for (const auto& [keys, positions] : {std::pair{0, 1}, {1, 2}, {3, 5}, {12, 17}, {100, 134}}) {
     EXPECT_EQ(IdentifierHashMap(keys, true).PositionCount(), positions) << keys;
   }
-}
-
-TEST(IdentifierHashMapTable, DoublesAtTheThirteenthKeyAndFindsEveryEarlierOne) {
-  IdentifierHashMap map(12, true), small(0, true);
-  for (std::uintptr_t i = 1; i <= 26; ++i) {
-    map.Add(Key(i * 64), Values({i}));
-    small.Add(Key(i * 64), Values({i}));
-    EXPECT_EQ(map.PositionCount(), i < 13 ? 17 : i < 26 ? 34 : 68) << i;  // 26 > 0.75 x 34
-    for (std::uintptr_t j = 1; j <= i; ++j) {
-      ASSERT_NE(map.Find(Key(j * 64)), nullptr) << j << " after " << i;
-      EXPECT_THAT(Numbers(*map.Find(Key(j * 64))), ElementsAre(j));
-      EXPECT_NE(small.Find(Key(j * 64)), nullptr) << j << " after " << i;
-    }
-  }
-  EXPECT_EQ(map.Count(), 26);
 }
 
 TEST(IdentifierHashMapTable, WalksByPositionWhateverTheOrderOfInsertion) {

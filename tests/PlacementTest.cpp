@@ -47,27 +47,18 @@ std::vector<float> Narrowed(const Frame& frame, std::initializer_list<QENpositio
   return narrowed;
 }
 
-// The same from an orthonormal basis of the axes' plane, in a wider format.
-std::array<long double, 2> FromOrthonormalBasis(const Frame& frame, const QENposition& point) {
-  using Wide = std::array<long double, 3>;
-  const auto dotOf = [](const Wide& a, const Wide& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+// The same from an orthogonal basis of the axes' plane, in a wider format.
+std::array<long double, 2> FromOrthogonalBasis(const Frame& frame, const QENposition& point) {
+  const auto wide = [](const QENvector& a, const QENvector& b) {
+    const long double x = a.x(), y = a.y(), z = a.z();
+    return x * b.x() + y * b.y() + z * b.z();
   };
-  const auto without = [&](const Wide& from, const Wide& unit) {
-    const long double part = dotOf(from, unit);
-    return Wide{from[0] - part * unit[0], from[1] - part * unit[1], from[2] - part * unit[2]};
-  };
-  const auto unitOf = [&](const Wide& a) {
-    const long double length = std::sqrt(dotOf(a, a));
-    return Wide{a[0] / length, a[1] / length, a[2] / length};
-  };
-  const Wide x{frame.x.x(), frame.x.y(), frame.x.z()}, y{frame.y.x(), frame.y.y(), frame.y.z()};
-  const Wide d{static_cast<long double>(point.x()) - frame.origin.x(),
-               static_cast<long double>(point.y()) - frame.origin.y(),
-               static_cast<long double>(point.z()) - frame.origin.z()};
-  const Wide first = unitOf(x), second = unitOf(without(y, first));
-  const long double v = dotOf(second, d) / dotOf(second, y);
-  return {(dotOf(first, d) - v * dotOf(first, y)) / dotOf(first, x), v};
+  const QENvector d = point - frame.origin;
+  const long double first = wide(frame.x, d) / wide(frame.x, frame.x);
+  const long double skew = wide(frame.x, frame.y) / wide(frame.x, frame.x);
+  const long double v = (wide(frame.y, d) - skew * wide(frame.x, d)) /
+                        (wide(frame.y, frame.y) - skew * wide(frame.x, frame.y));
+  return {first - v * skew, v};
 }
 
 // Seeded random planes and frames with axes of any length from 1e-3 to 1e3. The axes of an oblique
@@ -107,7 +98,7 @@ struct Random {
   std::mt19937_64 engine{20240917};
 };
 
-TEST(Projection, AgreesWithAnOrthonormalBasisAndKeepsItsOrderOfOperations) {
+TEST(Projection, AgreesWithAnOrthogonalBasisAndKeepsItsOrderOfOperations) {
   Part part;
   const auto exporter = Export(part);
   Random random;
@@ -126,8 +117,9 @@ TEST(Projection, AgreesWithAnOrthonormalBasisAndKeepsItsOrderOfOperations) {
                                                     point, uv.data()),
                 IsSuccess());
     ASSERT_EQ(uv, InOrder(frame, point)) << "frame " << i;
-    const auto wide = FromOrthonormalBasis(frame, point);
-    for (const int k : {0, 1}) worst = std::max(worst, std::abs((uv[k] - wide[k]) / wide[k]));
+    const auto wide = FromOrthogonalBasis(frame, point);
+    for (const std::size_t k : {0u, 1u})
+      worst = std::max(worst, std::abs((uv[k] - wide[k]) / wide[k]));
   }
   EXPECT_LE(worst, 1e-12L);
 }
@@ -207,7 +199,7 @@ TEST(Placement, IsTheNarrowedProjectionInRandomViews) {
   Part part;
   Random random;
   std::vector<KOVAPMI_DIMENSION*> dimensions;
-  for (int i = 0; i < 300; ++i) {
+  for (std::size_t i = 0; i < 300; ++i) {
     const plane at = random.Plane();
     dimensions.push_back(&part.AddDimension({}, dim_linear, dim_sub_width, 1));
     part.Place(*dimensions[i], at.root_point, at.u_direction, random.Power(-3, 3) * at.normal);
@@ -293,7 +285,8 @@ TEST(Callouts, ArePlacedInTheirLastDimensionsViewWithDepthAndLinesInTheirOwn) {
   ASSERT_THAT(FrameOf(*exporter, last, frame), IsSuccess());
   std::vector<float> expected = Narrowed(frame, {{10, 20, 5}});
   expected.push_back(0);
-  for (const int callout : {0, 1}) EXPECT_EQ(Placed(*exporter, *members[callout]), expected);
+  for (const std::size_t callout : {0u, 1u})
+    EXPECT_EQ(Placed(*exporter, *members[callout]), expected);
   for (ENTITY* other : {members[2], members[3], last}) {
     EXPECT_THAT(Placed(*exporter, *other), Each(0));
   }

@@ -293,6 +293,7 @@ const Query kQueries[] = {
           With(kRoughness), 0, kNumbers, o.E(RoughnessApplicabilityTypeAllPartSurfaces)),
     QUERY(GetRoughnessFieldCount, (i, o.u), With(kRoughness), 0, kNumbers, o.u = 2),
     QUERY(GetRoughnessFieldAt, (i, 0, o.s[0]), With(kRoughness), 0, 0, o.S({L"Ra 1.6"})),
+    QUERY(GetAnnotationTextCount, (i, o.n), With(kNotes), 0, kNumbers, o.n = 1),
     QUERY(GetTextString, (i, o.s[0]), With(kNotes), 0, 0, o.S({L"deburr"})),
     QUERY(GetTextFont,
           (i, o.e<KOVAPMIFont>(), o.s[0], o.b[0], o.f[0], o.b[1], o.b[2], o.b[3], o.b[4], o.b[5],

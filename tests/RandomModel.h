@@ -88,6 +88,7 @@ class RandomModel {
     for (int faces = OneIn(2) ? 0 : Below(4); faces > 0; --faces) {
       auto* face = &New<FACE>(std::vector<EDGE*>{Pick(edges), Pick(edges)});
       entity_fields::faces(body).push_back(face);
+      if (OneIn(4)) part.Integer(*face, "QENATTRIB_COANNOT_TYPE", 1);
       hosts_.push_back(face);
     }
     for (int i = Below(4); i > 0; --i) entity_fields::wires(body).push_back(AddEdge());

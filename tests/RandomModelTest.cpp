@@ -37,6 +37,7 @@ class Comparison {
     CompareViews();
     for (ENTITY* entity : model.part.GetEntities()) CompareRecord(entity);
     CompareCaptures();
+    CompareCaptures();  // asking has made no annotation
     CompareDatums();
     for (ENTITY* entity : model.part.GetEntities()) CompareTargets(entity);
   }
@@ -76,14 +77,16 @@ class Comparison {
                  std::size_t position, KOVAIdentifier& id) {
     auto index = static_cast<std::decay_t<Index>>(position);
     Output handed{};
+    if constexpr (std::is_same_v<Output, KOVAIdentifier>) handed = id;
     const auto result = (exporter_.get()->*query)(Naming(const_cast<void*>(about)), index, handed);
     if constexpr (std::is_same_v<Output, KOVAIdentifier>) id = handed;
     if constexpr (!std::is_same_v<Output, KOVAIdentifier>) {
       if (handed.count() == 1) id = handed.at(0);
     }
+    Same(index, static_cast<std::decay_t<Index>>(position), "index", about, position);
     return result;
   }
-  // A list's length, its entries and the failure past its end. Null: nothing is written.
+  // A list's length, its entries and the failures around them. Null: nothing is written.
   template <typename Id, typename Number, typename Query>
   void SameList(const char* what, const void* about, const Entities& expected,
                 KOVAResult (Asked::*counting)(Id, Number&), Query query, long code = 0,
@@ -93,11 +96,13 @@ class Comparison {
     const auto size = static_cast<long>(expected.size());
     Same(counted.GetCode(), code, what, about, 0, ": the count's result");
     Same(static_cast<long>(count), size, what, about, 0, ": the count");
-    for (std::size_t i = 0; i <= expected.size(); ++i) {
-      KOVAIdentifier id;
+    for (std::size_t i = ~std::size_t{0}; i + 1 <= expected.size() + 1; ++i) {
+      KOVAIdentifier id = SentinelIdentifier();
       const bool inside = i < expected.size();
       Same(Ask(query, about, i, id).GetCode(), inside ? 0 : past, what, about, i, ": the result");
-      Same(id.GetNativeObject(), inside ? expected[i] : nullptr, what, about, i);
+      const bool written = inside && (expected[i] != nullptr || about == nullptr);
+      Same(id.GetNativeObject(), written ? expected[i] : SentinelIdentifier().GetNativeObject(),
+           what, about, i);
     }
   }
 

@@ -8,11 +8,9 @@
 
 namespace {
 
-using standin::DatumOf;
 using standin::Edit;
 using standin::Fault;
 using standin::Part;
-using standin::TargetOf;
 
 const QENvector kAlongX{1, 0, 0}, kUp{0, 0, 1};
 
@@ -84,34 +82,6 @@ TEST(Records, OfAnEntityMetTwiceReplaceItsOwnersAndListItTwice) {
   EXPECT_EQ(Annotations(*exporter), (Entities{&text, &text, &placed, &placed}));
 }
 
-TEST(Records, OfADimensionHoldItsMarkedDimensionsInOrderAsCallouts) {
-  Part part;
-  FACE& face = part.Face();
-  part.Integer(face, "QENATTRIB_COANNOT_TYPE", 1);
-  auto& first = part.MakeCallout(callout_feature_depth, 3);
-  auto& second = part.MakeCallout(callout_feature_counterbore, 12);
-  auto& inner = part.MakeCallout(callout_feature_thread, 4);
-  entity_fields::members(second).add(&inner);
-  auto& unmarked = part.Make<KOVAPMI_DIMENSION>();
-  auto& text = part.AddText(face, L"");
-  auto& dimension =
-      part.AddDimension({&second, &face, &unmarked, &first}, dim_diametral, dim_sub_diameter, 8);
-  auto& plain = part.AddDimension({&face, &unmarked}, dim_linear, dim_sub_width, 1);
-  const auto exporter = Export(part);
-  EXPECT_EQ(Callouts(*exporter, dimension), (Entities{&second, &first}));
-  EXPECT_EQ(Owners(*exporter, dimension), (Entities{&second, &face, &unmarked, &first}));
-  for (ENTITY* entity : std::initializer_list<ENTITY*>{&plain, &second, &unmarked, &text, &face}) {
-    EXPECT_EQ(Callouts(*exporter, *entity), Entities());
-  }
-  EXPECT_EQ(Annotations(*exporter), (Entities{&text, &dimension, &plain}));
-  for (const int index : {-1, 2}) {
-    KOVAIdentifier out = SentinelIdentifier();
-    EXPECT_THAT(exporter->GetCalloutAnnotationAt(Naming(&dimension), index, out),
-                FailsWith(kFailure));
-    EXPECT_THAT(out, IsSentinel());
-  }
-}
-
 TEST(Records, OfADimensionMetTwiceKeepItsFirstCallouts) {
   Part part;
   auto& first = part.MakeCallout(callout_feature_depth, 3);
@@ -128,55 +98,7 @@ TEST(Records, OfADimensionMetTwiceKeepItsFirstCallouts) {
   }
 }
 
-// --- Datum links ---------------------------------------------------------------------------------
-
-TEST(Records, LinkADatumAndATargetToTheLastAttributeThatCarriesThem) {
-  Part part;
-  FACE &a = part.Face(), &b = part.Face();
-  auto &first = part.AddDatum(a, L"A"), &last = part.AddDatum(b, L"A"),
-       &without = part.AddDatum(b, L"A");
-  auto &firstTarget = part.AddDatumTarget(a, L"A1", &first),
-       &lastTarget = part.AddDatumTarget(b, L"A1"), &withoutTarget = part.AddDatumTarget(b, L"A1");
-  Edit(last).datum = &DatumOf(first);
-  Edit(lastTarget).target = &TargetOf(firstTarget);
-  Edit(without).datum = nullptr;
-  Edit(withoutTarget).target = nullptr;
-  auto& loose = part.Make<KOVAPMI_DATUM>();
-  auto& tolerance = part.AddGeometricTolerance(a, tol_position, 0.1);
-  auto& reference =
-      part.AddReference(*Edit(tolerance).rows.at(0), L"A-B", {&DatumOf(first), &loose});
-  const auto exporter = Export(part);
-  EXPECT_EQ(Annotations(*exporter), (Entities{&first, &firstTarget, &tolerance, &last, &without,
-                                              &lastTarget, &withoutTarget}));
-  KOVAIdentifier out;
-  KOVAIdentifiers modifiers;
-  unsigned index = 0;
-  EXPECT_THAT(exporter->GetDatumAt(Naming(&reference), 0, out, out, modifiers), IsSuccess());
-  EXPECT_EQ(EntityOf(out), &last);
-  EXPECT_THAT(exporter->GetDatumAt(Naming(&reference), 1, out, out, modifiers), IsSuccess());
-  EXPECT_EQ(EntityOf(out), &loose);
-  EXPECT_THAT(exporter->GetDatumTargetAt(Naming(&first), index, out), IsSuccess());
-  EXPECT_EQ(EntityOf(out), &lastTarget);
-}
-
 // --- Nested tolerances ---------------------------------------------------------------------------
-
-TEST(Records, OfNestedTolerancesFollowTheirParentDepthFirst) {
-  Part part;
-  FACE& face = part.Face();
-  auto& parent = part.AddGeometricTolerance(face, tol_position, 1);
-  auto& next = part.AddGeometricTolerance(face, tol_flatness, 1);
-  auto& first = part.AddGeometricTolerance(parent, tol_position, 2);
-  part.AddText(parent, L"on a tolerance");
-  part.Make<Derived<ATTRIB_KOVAPMI_GEOM_TOL>>(&parent);
-  auto& second = part.AddGeometricTolerance(parent, tol_position, 2);
-  auto& inner = part.AddGeometricTolerance(first, tol_position, 3);
-  const auto exporter = Export(part);
-  EXPECT_EQ(Annotations(*exporter), (Entities{&parent, &first, &inner, &second, &next}));
-  const std::pair<ENTITY*, Entities> kOwners[] = {
-      {&parent, {&face}}, {&first, {&parent}}, {&inner, {&first}}, {&second, {&parent}}};
-  for (const auto& [tolerance, owners] : kOwners) EXPECT_EQ(Owners(*exporter, *tolerance), owners);
-}
 
 TEST(Records, OfNestedTolerancesGoToAnyDepth) {
   constexpr std::size_t kDepth = 100'000;
@@ -191,67 +113,6 @@ TEST(Records, OfNestedTolerancesGoToAnyDepth) {
   EXPECT_EQ(Annotations(*exporter), chain);
   EXPECT_EQ(Views(*exporter).size(), 2u);
   EXPECT_EQ(Owners(*exporter, *on), Entities{chain[kDepth - 2]});
-}
-
-// --- Views ---------------------------------------------------------------------------------------
-
-TEST(Views, AreOnePlaneEachForEveryKindThatIsPlacedInOrderOfRegistration) {
-  Part part;
-  FACE& face = part.Face();
-  auto &unplaced = part.AddText(face, L""), &text = part.AddText(face, L"");
-  auto &flagNote = part.AddFlagNote(face, L""), &unplacedToo = part.AddFlagNote(face, L"");
-  auto& roughness = part.AddRoughness(face, {});
-  auto &datum = part.AddDatum(face, L"A"), &damaged = part.AddDatum(face, L"B");
-  auto& target = part.AddDatumTarget(face, L"A1");
-  auto& tolerance = part.AddGeometricTolerance(face, tol_flatness, 1);
-  auto& dimension = part.AddDimension({}, dim_linear, dim_sub_width, 1);
-  const auto place = [&](auto&... placed) { (part.Place(placed, {}, kAlongX, kUp), ...); };
-  place(text, flagNote, roughness, DatumOf(datum), DatumOf(damaged), TargetOf(target), tolerance,
-        dimension);
-  Edit(damaged).datum = &face;
-  Entities placed{&text, &flagNote, &roughness, &datum, &target, &tolerance, &dimension};
-  while (placed.size() < 30) {  // more than the map begins with
-    auto& another = part.AddDimension({}, dim_linear, dim_sub_width, 1);
-    place(another);
-    placed.push_back(&another);
-  }
-  for (const bool standardMap : {false, true}) {
-    const standin::UseStdHash option(standardMap);
-    const auto exporter = Export(part);
-    const Entities views = Views(*exporter);
-    ASSERT_EQ(views.size(), 31u);
-    EXPECT_EQ(views[0], nullptr);
-    EXPECT_EQ(Annotations(*exporter, nullptr), (Entities{&unplaced, &unplacedToo, &damaged}));
-    for (std::size_t i = 0; i < 30; ++i) {
-      EXPECT_EQ(is_PLANE(views[i + 1]), 1);
-      EXPECT_EQ(Annotations(*exporter, views[i + 1]), Entities{placed[i]}) << i;
-    }
-  }
-}
-
-TEST(Views, HaveAPlaneOnlyWhenDirectionAndNormalSpanOne) {
-  const struct {
-    QENvector direction, normal;
-    std::vector<float> frame;  // none without a plane
-  } kPlanes[] = {
-      {{1, 0, 0}, {0, 0, 1}, {4, 5, 6, 1, 0, 0, 0, 1, 0}},
-      {{2, 0, 0}, {0, 0, 5}, {4, 5, 6, 2, 0, 0, 0, 2, 0}},   // a normal of any length
-      {{0, 1, 1}, {0, 0, -3}, {4, 5, 6, 0, 1, 1, 1, 0, 0}},  // a direction out of the plane
-      {{0, 0, 0}, {0, 0, 1}, {}},
-      {{0, 0, 2}, {0, 0, 1}, {}},
-      {{0, 0, -2}, {0, 0, 1}, {}},
-      {{1, 0, 0}, {0, 0, 0}, {}}};
-  for (const auto& [direction, normal, expected] : kPlanes) {
-    Part part;
-    part.Place(part.AddText(part.Face(), L""), {4, 5, 6}, direction, normal);
-    const auto exporter = Export(part);
-    KOVAIdentifier view;
-    EXPECT_THAT(exporter->GetAnnotationView(KOVAIdentifier(), 0, view), IsSuccess());
-    std::vector<float> frame(9);
-    if (!exporter->GetViewCoordinateSystem(view, frame.data()).IsSuccess()) frame.clear();
-    EXPECT_EQ(frame, expected);
-    EXPECT_EQ(view.GetNativeObject() == nullptr, expected.empty());
-  }
 }
 
 // --- Navigation ----------------------------------------------------------------------------------
@@ -283,42 +144,6 @@ TEST(Navigation, FailsOutsideItsListsAndTouchesNothingButTheCountOfAnUnknownView
 }
 
 // --- Properties ----------------------------------------------------------------------------------
-
-// An object of a class and one of a class derived from it.
-template <typename Class, typename... Arguments>
-Entities Both(Part& part, Arguments... arguments) {
-  return {&part.Make<Class>(arguments...), &part.Make<Derived<Class>>(arguments...)};
-}
-
-TEST(Properties, TellTheKindOfEveryObjectAndWhetherItIsAText) {
-  Part part;
-  FACE& face = part.Face();
-  AddPlacedText(part);
-  const auto exporter = Export(part);
-  const std::pair<Entities, int> kKinds[] = {
-      {Both<ATTRIB_KOVAPMI_TEXT>(part, &face), 4},
-      {Both<ATTRIB_KOVAPMI_ROUGHNESS>(part, &face), 6},
-      {Both<ATTRIB_KOVAPMI_GEOM_TOL>(part, &face), 7},
-      {Both<KOVAPMI_DIMENSION>(part), 9},
-      {Both<ATTRIB_KOVAPMI_DATUM>(part, &face), 2},
-      {Both<KOVAPMI_DATUM>(part), 2},
-      {Both<ATTRIB_KOVAPMI_DATUM_TARGET>(part, &face), 3},
-      {Both<KOVAPMI_DATUMTGT>(part), 3},
-      {Both<ATTRIB_KOVAPMI_FLAGNOTE>(part, &face), 11},
-      {Both<KOVAPMI_CAPTURE>(part), 0},
-      {{&face, &part.Collection({}), Views(*exporter).at(0)}, 0}};
-  for (const auto& [objects, kind] : kKinds) {
-    for (const ENTITY* object : objects) {
-      const KOVAIdentifier identifier = Naming(const_cast<ENTITY*>(object));
-      auto type = static_cast<KOVAPMIAnnotationType>(kind + 1);
-      EXPECT_THAT(exporter->GetAnnotationType(identifier, type), IsSuccess());
-      EXPECT_EQ(type, kind);
-      const bool isText = kind == 4 || kind == 11;
-      EXPECT_EQ(CountFrom(*exporter, &KOVAPMIExporter::GetAnnotationTextCount, identifier),
-                isText ? Answer(0, 1) : Answer(kFailure, 77));
-    }
-  }
-}
 
 TEST(Properties, AreHiddenOnlyWhenTheModelSaysSo) {
   Part part;

@@ -3,12 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-struct alignas(std::max_align_t) KOVAArrayHeader {
-  int count;
-  int room;
-  int elementSize;
-};
-
 namespace {
 
 std::size_t Bytes(const KOVAArrayHeader& array, int elements) {
@@ -23,8 +17,6 @@ KOVAArrayHeader* kovaArrayAllocate(int count, int elementSize) {
   return new (storage) KOVAArrayHeader(header);
 }
 
-void* kovaArrayData(KOVAArrayHeader* array) { return array + 1; }
-
 void kovaArrayAdd(KOVAArrayHeader*& array, void* element) {
   if (array->count == array->room) {
     KOVAArrayHeader* larger = kovaArrayAllocate(std::max(4, array->room * 2), array->elementSize);
@@ -37,8 +29,6 @@ void kovaArrayAdd(KOVAArrayHeader*& array, void* element) {
               static_cast<std::size_t>(array->elementSize));
   ++array->count;
 }
-
-int kovaArrayCount(KOVAArrayHeader* array) { return array == nullptr ? 0 : array->count; }
 
 void kovaArrayClear(KOVAArrayHeader*& array) {
   if (array != nullptr) array->count = 0;

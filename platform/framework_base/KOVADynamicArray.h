@@ -4,8 +4,13 @@
 #include <new>
 #include <utility>
 
-// The base library's untyped growable array: `count` elements of `elementSize` bytes each.
-struct KOVAArrayHeader;
+// The base library's untyped growable array: `count` elements of `elementSize` bytes each stand
+// behind the header.
+struct alignas(std::max_align_t) KOVAArrayHeader {
+  int count;
+  int room;
+  int elementSize;
+};
 
 // Told by kovaArrayFree to release the elements before their storage goes.
 class KOVAArrayFreeCallback {
@@ -22,7 +27,7 @@ KOVAArrayHeader* kovaArrayAllocate(int count, int elementSize);
 // Throws std::bad_alloc and leaves the array as it was.
 void kovaArrayAdd(KOVAArrayHeader*& array, void* element);
 // Elements in the array; 0 for a null array.
-int kovaArrayCount(KOVAArrayHeader* array);
+inline int kovaArrayCount(KOVAArrayHeader* array) { return array == nullptr ? 0 : array->count; }
 // Forgets all elements without releasing them; the room stays.
 void kovaArrayClear(KOVAArrayHeader*& array);
 // Lets `callback` (may be null) release the elements, frees the storage and nulls `array`.
@@ -30,7 +35,7 @@ void kovaArrayFree(KOVAArrayHeader*& array, KOVAArrayFreeCallback* callback);
 // A new array with the same bytes. Throws std::bad_alloc.
 KOVAArrayHeader* kovaArrayCopy(KOVAArrayHeader* array);
 // The first element's bytes.
-void* kovaArrayData(KOVAArrayHeader* array);
+inline void* kovaArrayData(KOVAArrayHeader* array) { return array + 1; }
 
 // Typed array over the untyped one.
 // CAVEAT: growing moves elements by their bytes, so T must not point into itself.
@@ -54,7 +59,23 @@ class KOVADynamicArray : public KOVAArrayFreeCallback {
 
   // Appends `element`. Throws std::bad_alloc and leaves the array as it was.
   void Add(T element) {
-    // The array takes the bytes over, and with them the element's life.
+    if (array_->count < array_->room) {
+      new (static_cast<T*>(kovaArrayData(array_)) + array_->count) T(std::move(element));
+      ++array_->count;
+    } else {
+      AddGrowing(std::move(element));
+    }
+  }
+
+  // REQUIRES: 0 <= index < Count().
+  T& operator[](int index) { return static_cast<T*>(kovaArrayData(array_))[index]; }
+  const T& operator[](int index) const { return static_cast<T*>(kovaArrayData(array_))[index]; }
+
+  void Swap(KOVADynamicArray& other) noexcept { std::swap(array_, other.array_); }
+
+ private:
+  // The array takes the element's bytes over, and with them its life.
+  void AddGrowing(T element) {
     union Slot {
       Slot() {}
       ~Slot() {}
@@ -71,12 +92,5 @@ class KOVADynamicArray : public KOVAArrayFreeCallback {
     undo.slot = nullptr;
   }
 
-  // REQUIRES: 0 <= index < Count().
-  T& operator[](int index) { return static_cast<T*>(kovaArrayData(array_))[index]; }
-  const T& operator[](int index) const { return static_cast<T*>(kovaArrayData(array_))[index]; }
-
-  void Swap(KOVADynamicArray& other) noexcept { std::swap(array_, other.array_); }
-
- private:
   KOVAArrayHeader* array_;
 };

@@ -21,7 +21,7 @@ class KOVAIdentifier {
   KOVAIdentifier(KOVAIdentifier&&) noexcept = default;
   KOVAIdentifier& operator=(const KOVAIdentifier&) = default;
   KOVAIdentifier& operator=(KOVAIdentifier&&) noexcept = default;
-  virtual ~KOVAIdentifier();
+  virtual ~KOVAIdentifier() = default;
 
   void* GetNativeObject() const noexcept { return nativeObject_; }
   const char* GetTypeName() const noexcept { return typeName_; }
@@ -33,13 +33,23 @@ class KOVAIdentifier {
   void SetNativeTypeName(const char* name) noexcept { nativeTypeName_ = name; }
 
   // True unless native object, type name, representation and native type name are all absent.
-  bool IsValid() const noexcept;
+  bool IsValid() const noexcept {
+    return nativeObject_ != nullptr || typeName_ != nullptr || representation_ != nullptr ||
+           nativeTypeName_ != nullptr;
+  }
 
   // Same native object; when neither side has one, type name, representation and native type name
   // decide (names by content).
-  bool operator==(const KOVAIdentifier& other) const noexcept;
+  bool operator==(const KOVAIdentifier& other) const noexcept {
+    if (nativeObject_ != nullptr || other.nativeObject_ != nullptr) {
+      return nativeObject_ == other.nativeObject_;
+    }
+    return SameNames(other);
+  }
 
  private:
+  bool SameNames(const KOVAIdentifier& other) const noexcept;
+
   void* nativeObject_ = nullptr;
   const char* typeName_ = nullptr;
   KOVARepresentation* representation_ = nullptr;

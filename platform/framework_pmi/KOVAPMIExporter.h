@@ -23,6 +23,7 @@
 // point to stays the model's.
 class KOVAPMIExporter : public KOVAExportRepresentation {
  public:
+  // Type names of identifiers, by the kind of object that they name.
   static const char* const KOVAPMITypeAnnotation;
   static const char* const KOVAPMITypeAnnotationView;
   static const char* const KOVAPMITypeText;
@@ -56,14 +57,19 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // --- Placement -------------------------------------------------------------------------------
 
+  // Fails for a view without a plane and for any identifier that is no view of this exporter.
   // The frame of a view's plane: origin, x axis, y axis, three floats each, model coordinates in
   // model length units; the axes are as stored, not normalised.
   virtual KOVAResult GetViewCoordinateSystem(const KOVAIdentifier& view, float* frame) = 0;
   // The annotation's display point in the frame of its view: two floats, in multiples of the axes.
+  // A callout is placed in its dimension's view, a datum target that GetDatumTargetAt has handed
+  // out in its datum's. Fails without display properties and in a view without a plane.
   // `orientation` and `angle` are not written.
   virtual KOVAResult GetAnnotationPositionInView(const KOVAIdentifier& annotation, float* position,
                                                  KOVAPMIOrientation& orientation, float& angle) = 0;
-  // The display point's distance from its view's plane, model length units, never negative.
+  // The display point's distance from its foot O + u X + v Y in the frame of its view (from the
+  // plane, when the x axis lies in it), model length units, never negative. Fails as the position.
+  // CAVEAT: a callout's depth is measured in its own view.
   virtual KOVAResult GetAnnotationZDepth(const KOVAIdentifier& annotation, float& depth) = 0;
 
   // --- Annotations of a view -------------------------------------------------------------------
@@ -86,7 +92,7 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // --- Leaders ---------------------------------------------------------------------------------
 
-  // The number of leaders.
+  // The number of leaders. Fails without display properties.
   virtual KOVAResult GetAnnotationLeaderCount(const KOVAIdentifier& annotation, int& count) = 0;
   // A leader: native object, type name and native type name of `leader` are set.
   virtual KOVAResult GetAnnotationLeader(const KOVAIdentifier& annotation, int index,
@@ -104,7 +110,8 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The text of an annotation, for GetTextString and GetTextFont; `index` is not looked at.
   virtual KOVAResult GetAnnotationText(const KOVAIdentifier& annotation, int index,
                                        KOVAIdentifier& text) = 0;
-  // The number of model entities that the annotation applies to.
+  // The number of model entities that the annotation applies to. A bare datum target is known from
+  // the time that GetDatumTargetAt has handed it out.
   virtual KOVAResult GetNumberOfEntitiesFromAnnotation(const KOVAIdentifier& annotation,
                                                        int& count) = 0;
   // Appends the identifier of one of these entities; `entities` is not cleared.
@@ -123,7 +130,7 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   virtual KOVAResult GetCalloutFeatureAnnotationProperties(
       const KOVAIdentifier& annotation, KOVAPMICalloutFeatureAnnotationType& type) = 0;
   // The three points of the extension lines, two floats each, in the frame of the dimension's view;
-  // model x and y when that view has no plane.
+  // model x and y when that view has no plane. Fails when there are none.
   virtual KOVAResult GetDimensionExtensionLines(const KOVAIdentifier& annotation, float* first,
                                                 float* second, float* third) = 0;
   // The two ends of the dimension line, as above. The arrows, `hasThirdPoint` and `thirdPoint` are
@@ -132,16 +139,18 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
                                       KOVAPMIArrowSymbol& firstArrow, float* firstPoint,
                                       KOVAPMIArrowSymbol& secondArrow, float* secondPoint,
                                       bool& hasThirdPoint, float* thirdPoint) = 0;
-  // Nominal value (model length units; degrees for angles) and its decimal places. `unit` is not
-  // written.
+  // Nominal value (model length units; degrees for angles; the document's own unit for other
+  // quantities) and its decimal places. `unit` is not written.
   virtual KOVAResult GetDimensionValue(const KOVAIdentifier& annotation, double& value,
                                        KOVAPMIUnit& unit, double& precision) = 0;
-  // Lower limit, upper limit, decimal places, a flag that is always true, and the upper and lower
-  // values as text. CAVEAT: lower before upper in numbers, upper before lower in texts.
+  // Lower limit, upper limit (deviations from the value, in its unit), decimal places, a flag that
+  // is always true, and the upper and lower values as text. CAVEAT: lower before upper in numbers,
+  // upper before lower in texts.
   virtual KOVAResult GetDimensionTolerance(const KOVAIdentifier& annotation, double& lower,
                                            double& upper, double& precision, bool& hasTolerance,
                                            KOVAString& upperText, KOVAString& lowerText) = 0;
-  // Value, upper and lower limit. `coordinate` is not written. CAVEAT: upper before lower.
+  // Value, upper and lower limit (deviations from it, in its unit). `coordinate` is not written.
+  // CAVEAT: upper before lower.
   virtual KOVAResult GetCoordDimensionValue(const KOVAIdentifier& annotation, int& coordinate,
                                             double& value, double& upper, double& lower) = 0;
   // The texts around a dimension. CAVEAT: without a note only `holeCallout` is written.
@@ -155,7 +164,8 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The string of a note or flag note.
   virtual KOVAResult GetTextString(const KOVAIdentifier& text, KOVAString& string) = 0;
   // The character format of a note or flag note: height in model length units, ratio of width to
-  // height, slant. `font`, `fontName` and `colour` are not written.
+  // height, slant as stored. Fails without text properties. `font`, `fontName` and `colour` are not
+  // written.
   virtual KOVAResult GetTextFont(const KOVAIdentifier& text, KOVAPMIFont& font,
                                  KOVAString& fontName, bool& fixedPitch, float& height, bool& bold,
                                  bool& italic, bool& underline, bool& strikeThrough, bool& overline,
@@ -167,17 +177,20 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   virtual KOVAResult GetAnnotationToleranceModifiers(const KOVAIdentifier& annotation, int row,
                                                      KOVAIdentifiers& modifiers) = 0;
   // The datum reference frame of a row and its note; sets native object and type name of `frame`.
+  // Fails for a row without one.
   virtual KOVAResult GetAnnotationAssociatedRefFrame(const KOVAIdentifier& annotation, int row,
                                                      KOVAString& note, KOVAIdentifier& frame) = 0;
   // Appends the frame's datum references in order of precedence.
   virtual KOVAResult GetDatumReferences(const KOVAIdentifier& frame,
                                         KOVAIdentifiers& references) = 0;
   // The label of a datum reference as written in its compartment.
+  // REQUIRES, as the next two: an identifier from GetDatumReferences.
   virtual KOVAResult GetDatumReferenceLabel(const KOVAIdentifier& reference, KOVAString& label) = 0;
   // The number of datums of a reference: more than one for a common datum.
   virtual KOVAResult GetDatumReferenceDatumCount(const KOVAIdentifier& reference, int& count) = 0;
   // A datum of a reference: sets native object and type name of `datum`, appends the datum's
-  // modifiers. `owner` is not written.
+  // modifiers. CAVEAT: an entry without a datum is a success, `datum` untouched. `owner` is not
+  // written.
   virtual KOVAResult GetDatumAt(const KOVAIdentifier& reference, int index, KOVAIdentifier& datum,
                                 KOVAIdentifier& owner, KOVAIdentifiers& modifiers) = 0;
   // The form with one modifier.
@@ -191,14 +204,16 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
                                       KOVAPMIToleranceValueType& valueType, double& magnitude,
                                       double& refinement, double& rateUnit1, double& rateUnit2,
                                       double& projected, double& maximum, bool& allAround) = 0;
-  // A row: zone shape, magnitude, refinement and the two per-unit values, model length units.
+  // A row: zone shape, magnitude, refinement and the two per-unit values, model length units (a
+  // unit angle in degrees).
   virtual KOVAResult GetToleranceRowInfo(const KOVAIdentifier& annotation, int row,
                                          KOVAPMIToleranceValueType& valueType, double& magnitude,
                                          double& refinement, double& rateUnit1,
                                          double& rateUnit2) = 0;
   // The number of rows.
   virtual KOVAResult GetToleranceRowCount(const KOVAIdentifier& annotation, int& count) = 0;
-  // A zone modifier and its magnitude (model length units), when it has one.
+  // A zone modifier and its magnitude (model length units), when it has one; `magnitude` means
+  // nothing when not. REQUIRES: an identifier from GetAnnotationToleranceModifiers or GetDatumAt.
   virtual KOVAResult GetZoneModifierData(const KOVAIdentifier& modifier,
                                          KOVAPMIToleranceModifier& type, bool& hasMagnitude,
                                          double& magnitude) = 0;
@@ -212,11 +227,13 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // --- Datums and datum targets (ASME Y14.5, ISO 5459) -----------------------------------------
 
+  // Of these five: a datum or target of a derived class is a success, and nothing is written.
   // The datum's letter.
   virtual KOVAResult GetDatumLabel(const KOVAIdentifier& datum, KOVAString& label) = 0;
   // The number of the datum's targets.
   virtual KOVAResult GetDatumTargetCount(const KOVAIdentifier& datum, unsigned int& count) = 0;
-  // A target: sets native object and type name of `target`. CAVEAT: outside the list the result is
+  // A target: sets native object and type name of `target`, and remembers the datum that it was
+  // reached from and the entities that it lies on. CAVEAT: outside the list the result is
   // a success and `target` is untouched.
   virtual KOVAResult GetDatumTargetAt(const KOVAIdentifier& datum, unsigned int& index,
                                       KOVAIdentifier& target) = 0;
@@ -248,6 +265,7 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The number of captures of the set. CAVEAT: for an identifier that is not the set the result is
   // a success and `count` is untouched.
   virtual KOVAResult GetCaptureCount(const KOVAIdentifier& set, unsigned int& count) = 0;
+  // A capture: an identifier that carries its native object alone.
   virtual KOVAResult GetCapture(const KOVAIdentifier& set, unsigned int& index,
                                 KOVAIdentifier& capture) = 0;
   // The number of a capture's members.
@@ -256,20 +274,23 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // result is a success and `entity` is untouched.
   virtual KOVAResult GetCaptureEntity(const KOVAIdentifier& capture, unsigned int& index,
                                       KOVAIdentifier& entity) = 0;
-  // The camera: three doubles an array, model coordinates in model length units; angle and zoom in
-  // the camera's own units.
+  // The camera: three doubles an array, model coordinates in model length units, the last one the
+  // up vector; angle and zoom in the camera's own units. Fails without a camera.
   virtual KOVAResult GetCaptureCameraData(const KOVAIdentifier& capture, KOVAString& name,
                                           KOVAPMICameraType& type, double* origin, double* target,
                                           double* viewDirection, double* viewDirectionNormal,
                                           double& viewAngle, double& zoom) = 0;
+  // Fails when the capture has no hidden text.
   virtual KOVAResult GetCaptureHiddenText(const KOVAIdentifier& capture, KOVAString& text) = 0;
   // Writes true. CAVEAT: a capture without a clipping plane is a failure, `has` untouched.
   virtual KOVAResult HasClippingPlane(const KOVAIdentifier& capture, bool& has) = 0;
-  // The clipping plane: a point and a vector, three floats each, model coordinates.
+  // The clipping plane: a point and a vector, three floats each, model coordinates in model length
+  // units. Fails without one.
   virtual KOVAResult GetActiveView(const KOVAIdentifier& capture, float* plane) = 0;
 
   // --- Older forms that a representation may leave out -----------------------------------------
 
+  // They leave their outputs untouched and answer 0x1000005 where they are left out.
   virtual KOVAResult IsDrivingDimension(const KOVAIdentifier& annotation, bool& driving) = 0;
   virtual KOVAResult GetDimensionFakeValue(const KOVAIdentifier& annotation, int& kind,
                                            KOVAString& value) = 0;

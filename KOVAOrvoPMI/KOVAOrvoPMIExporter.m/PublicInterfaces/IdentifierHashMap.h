@@ -42,6 +42,9 @@ class IdentifierHashMap {
   bool Replace(const KOVAIdentifier& key, List list);
   // Appends to the key's list in place; whether the key was found.
   bool Append(const KOVAIdentifier& key, const KOVAIdentifier& value);
+  // Appends to the key's list, which is a new one of that value alone when the key is absent;
+  // whether the key was added. On std::bad_alloc nothing has changed.
+  bool AddOrAppend(const KOVAIdentifier& key, const KOVAIdentifier& value);
   // The key's list, or null. Valid until the map changes.
   const List* Find(const KOVAIdentifier& key) const;
 
@@ -54,8 +57,12 @@ class IdentifierHashMap {
       }
       return;
     }
-    for (int position = 0; position < occupied_.Count(); ++position) {
-      if (occupied_[position] && !visit(keys_[position], lists_[position])) return;
+    const int positions = occupied_.Count();
+    const bool* const occupied = &occupied_[0];
+    const KOVAIdentifier* const keys = &keys_[0];
+    const List* const lists = &lists_[0];
+    for (int position = 0; position < positions; ++position) {
+      if (occupied[position] && !visit(keys[position], lists[position])) return;
     }
   }
 
@@ -82,12 +89,18 @@ class IdentifierHashMap {
   };
   using Standard = std::unordered_map<KOVAIdentifier, List, StandardHash, StandardEqual>;
 
-  bool Same(const KOVAIdentifier& a, const KOVAIdentifier& b) const;
-  int StartPosition(const KOVAIdentifier& key) const;
+  // A table of that many positions, all unoccupied.
+  struct Positions {
+    int count;
+  };
+  IdentifierHashMap(Positions positions, HashFunction hash, EqualFunction equal);
+
   // The key's position, or the unoccupied one where its search ends.
   int Position(const KOVAIdentifier& key) const;
   void Fill(int positions);
+  bool IsFull() const;
   void Grow();
+  void Occupy(int position, const KOVAIdentifier& key, List list);
 
   HashFunction hash_;
   EqualFunction equal_;

@@ -39,14 +39,14 @@ class QENvector;
 // here and deleted with the exporter. What identifiers point to belongs to the document's model,
 // which outlives the exporter.
 //
-// What each query answers, its units and its outputs are told at KOVAPMIExporter. All of them
-// answer 0x1000008 while the document has not been found, 0x1000001 for an object of the wrong kind
-// or an index out of range, and 0 otherwise; on failure outputs are untouched unless said
-// otherwise. An identifier is resolved by its native object; its type name plays no part unless
-// said otherwise.
+// What each query answers, its units and its outputs are told at KOVAPMIExporter. Unless it is said
+// otherwise there, a query answers 0x1000008 while the document has not been found (the two about
+// leader points do not look), 0x1000001 for an object of the wrong kind or an index out of range,
+// and 0 otherwise, and on failure leaves its outputs untouched. An identifier is resolved by its
+// native object; its type name counts for GetLeader3DPoint alone.
 //
 // CAVEAT: one exporter must not be queried from two threads at once, since a few queries write to
-// it; separate exporters share nothing.
+// it; separate exporters of separate documents share nothing.
 class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
  public:
   // Scans the model when the document is available. Throws what the scan throws; then nothing is
@@ -297,7 +297,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
 
   // The scan: the records of annotations.
   KOVAResult InitializeAnnotationFromAttributes(ENTITY_LIST const& entities, Owners owners);
-  void InitializeAnnotation(ENTITY* entity, const Owners& owners);
+  void InitializeAnnotation(ENTITY* entity, Owners entityOwners);
   KOVAResult InitialiseViewVsAnnotationMap(KOVAIdentifier const& view,
                                            KOVAIdentifier const& annotation);
   // The collectors append every attribute that is exactly of their class, once, in chain order, and

@@ -58,53 +58,53 @@ bool IdentifierHashMap::StandardEqual::operator()(const KOVAIdentifier& a,
   return equal != nullptr ? equal(a, b) : a.GetNativeObject() == b.GetNativeObject();
 }
 
-IdentifierHashMap::IdentifierHashMap(int expectedSize, bool allowStandardBacking, HashFunction hash,
-                                     EqualFunction equal)
+IdentifierHashMap::IdentifierHashMap(Positions positions, HashFunction hash, EqualFunction equal)
     : hash_(hash),
       equal_(equal),
-      occupied_(PositionsFor(expectedSize)),
-      keys_(PositionsFor(expectedSize)),
-      lists_(PositionsFor(expectedSize)) {
-  if (allowStandardBacking && KOVAHashOption::GetUseStdHash()) {
-    standard_ = std::make_unique<Standard>(0, StandardHash{hash}, StandardEqual{equal});
-    standard_->max_load_factor(1.0F);
-    standard_->reserve(static_cast<std::size_t>(expectedSize));
-  } else {
-    Fill(PositionsFor(expectedSize));
-  }
+      occupied_(positions.count),
+      keys_(positions.count),
+      lists_(positions.count) {
+  Fill(positions.count);
+}
+
+IdentifierHashMap::IdentifierHashMap(int expectedSize, bool allowStandardBacking, HashFunction hash,
+                                     EqualFunction equal)
+    : IdentifierHashMap(Positions{PositionsFor(expectedSize)}, hash, equal) {
+  if (!allowStandardBacking || !KOVAHashOption::GetUseStdHash()) return;
+  standard_ = std::make_unique<Standard>(0, StandardHash{hash}, StandardEqual{equal});
+  standard_->max_load_factor(1.0F);
+  standard_->reserve(static_cast<std::size_t>(expectedSize));
 }
 
 IdentifierHashMap::~IdentifierHashMap() = default;
 
 void IdentifierHashMap::Fill(int positions) {
-  for (int i = 0; i < positions; ++i) {
-    occupied_.Add(false);
-    keys_.Add(KOVAIdentifier());
-    lists_.Add(List());
-  }
-}
-
-bool IdentifierHashMap::Same(const KOVAIdentifier& a, const KOVAIdentifier& b) const {
-  return StandardEqual{equal_}(a, b);
-}
-
-int IdentifierHashMap::StartPosition(const KOVAIdentifier& key) const {
-  const std::uint32_t hash = hash_ != nullptr ? hash_(key) : HashOfPointer(key.GetNativeObject());
-  return static_cast<int>(hash % static_cast<std::uint32_t>(occupied_.Count()));
+  for (int i = 0; i < positions; ++i) occupied_.Add(false);
+  for (int i = 0; i < positions; ++i) keys_.Add(KOVAIdentifier());
+  for (int i = 0; i < positions; ++i) lists_.Add(List());
 }
 
 int IdentifierHashMap::Position(const KOVAIdentifier& key) const {
   const int positions = occupied_.Count();
-  int position = StartPosition(key);
-  while (occupied_[position] && !Same(keys_[position], key)) {
+  const bool* const occupied = &occupied_[0];
+  const KOVAIdentifier* const keys = &keys_[0];
+  const std::uint32_t hash = hash_ != nullptr ? hash_(key) : HashOfPointer(key.GetNativeObject());
+  const StandardEqual same{equal_};
+  int position = static_cast<int>(hash % static_cast<std::uint32_t>(positions));
+  while (occupied[position] && !same(keys[position], key)) {
     if (++position == positions) position = 0;
   }
   return position;
 }
 
+// Whether one more pair would be too many for the table.
+bool IdentifierHashMap::IsFull() const {
+  return static_cast<float>(pairCount_ + 1) >
+         static_cast<float>(occupied_.Count()) * maximumLoadFactor_;
+}
+
 void IdentifierHashMap::Grow() {
-  IdentifierHashMap larger(0, false, hash_, equal_);
-  larger.Fill(occupied_.Count() * 2 - larger.occupied_.Count());
+  IdentifierHashMap larger(Positions{occupied_.Count() * 2}, hash_, equal_);
   for (int i = 0; i < occupied_.Count(); ++i) {
     if (!occupied_[i]) continue;
     const int position = larger.Position(keys_[i]);
@@ -117,18 +117,35 @@ void IdentifierHashMap::Grow() {
   lists_.Swap(larger.lists_);
 }
 
-bool IdentifierHashMap::Add(const KOVAIdentifier& key, List list) {
-  if (standard_ != nullptr) return standard_->try_emplace(key, std::move(list)).second;
-  if (static_cast<float>(pairCount_ + 1) >
-      static_cast<float>(occupied_.Count()) * maximumLoadFactor_) {
-    Grow();
-  }
-  const int position = Position(key);
-  if (occupied_[position]) return false;
+void IdentifierHashMap::Occupy(int position, const KOVAIdentifier& key, List list) {
   occupied_[position] = true;
   keys_[position] = key;
   lists_[position] = std::move(list);
   ++pairCount_;
+}
+
+bool IdentifierHashMap::Add(const KOVAIdentifier& key, List list) {
+  if (standard_ != nullptr) return standard_->try_emplace(key, std::move(list)).second;
+  if (IsFull()) Grow();
+  const int position = Position(key);
+  if (occupied_[position]) return false;
+  Occupy(position, key, std::move(list));
+  return true;
+}
+
+bool IdentifierHashMap::AddOrAppend(const KOVAIdentifier& key, const KOVAIdentifier& value) {
+  if (standard_ != nullptr) return !Append(key, value) && Add(key, {value});
+  int position = Position(key);
+  if (occupied_[position]) {
+    lists_[position].push_back(value);
+    return false;
+  }
+  List list(1, value);
+  if (IsFull()) {
+    Grow();
+    position = Position(key);
+  }
+  Occupy(position, key, std::move(list));
   return true;
 }
 

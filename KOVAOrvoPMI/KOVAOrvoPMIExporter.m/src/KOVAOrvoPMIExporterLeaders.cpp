@@ -18,10 +18,10 @@ KOVAResult KOVAOrvoPMIExporter::GetAnnotationLeader(const KOVAIdentifier& annota
     KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
     const KOVAResult result = GetDisplayInformation(&entity, display);
     if (!result.IsSuccess()) return result;
-    void* found = display->get_leaders()[index];
-    if (found == nullptr) return Failure;
-    BecomeLeader(found, leader);
-    return Success;
+    const VOID_LIST leaders = display->get_leaders();
+    if (index < 0 || index >= leaders.count()) return Failure;
+    if (void* found = leaders[index]) BecomeLeader(found, leader);
+    return result;
   });
 }
 

@@ -27,7 +27,7 @@ bool Holds(const IdentifierHashMap::List& annotations, const KOVAIdentifier& ann
 KOVAResult KOVAOrvoPMIExporter::GetPlaneParameters(const PLANE& viewPlane, QENposition& origin,
                                                    QENvector& normal, QENvector& xAxis,
                                                    QENvector& yAxis) {
-  const plane definition = viewPlane.equation();
+  const plane& definition = viewPlane.equation();
   origin = definition.root_point;
   normal = definition.normal;
   xAxis = definition.u_direction;
@@ -152,6 +152,9 @@ KOVAResult KOVAOrvoPMIExporter::GetDimensionAnnotFromCalloutAnnot(ENTITY* callou
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumFeatureAnnotFromDatumTarget(ENTITY* target,
                                                                     KOVAIdentifier& placement) {
-  if (ENTITY* datum = datumTargetDatumMap[target]) placement.SetNativeObject(datum);
+  const auto found = datumTargetDatumMap.find(target);
+  if (found != datumTargetDatumMap.end() && found->second != nullptr) {
+    placement.SetNativeObject(found->second);
+  }
   return Success;
 }

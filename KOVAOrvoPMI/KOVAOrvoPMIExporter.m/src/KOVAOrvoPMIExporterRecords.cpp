@@ -16,7 +16,7 @@ template <typename Attribute>
 bool Collect(const ENTITY* entity, int type, ENTITY_LIST& found) {
   if (entity == nullptr) return false;
   for (ATTRIB* a = entity->first_attribute(); a != nullptr; a = a->next_attribute()) {
-    if (IsKind<Attribute>(a) && a->identity(0) == type) found.add(a);
+    if (a->identity(0) == type && IsKind<Attribute>(a)) found.add(a);
   }
   return found.count() > 0;
 }
@@ -93,22 +93,22 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
   };
   std::vector<Level> nested;
   KOVAResult result = Failure;
-  const auto annotate = [&](ENTITY* entity, const Owners& entityOwners) {
-    InitializeAnnotation(entity, entityOwners);
+  const auto annotate = [&](ENTITY* entity, Owners entityOwners) {
+    InitializeAnnotation(entity, std::move(entityOwners));
     if (!IsKind<ATTRIB_KOVAPMI_GEOM_TOL>(entity)) return;
     ENTITY_LIST tolerances;
     if (GetGeomtolAttribute(entity, tolerances)) nested.push_back({tolerances, {entity}});
   };
+  int left = entities.iteration_count();
   entities.init();
   while (ENTITY* entity = entities.next()) {
-    annotate(entity, owners);
+    annotate(entity, --left > 0 ? owners : std::move(owners));
     while (!nested.empty()) {
       ENTITY* tolerance = nested.back().tolerances.next();
       if (tolerance == nullptr) {
         nested.pop_back();
       } else {
-        const Owners parent = nested.back().parent;
-        annotate(tolerance, parent);
+        annotate(tolerance, nested.back().parent);
       }
     }
     result = Success;
@@ -116,9 +116,9 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
   return result;
 }
 
-void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& owners) {
+void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, Owners entityOwners) {
   const KOVAIdentifier annotation = AnnotationIdentifier(entity, this);
-  annotationOwnerMap[entity] = owners;
+  const Owners& owners = annotationOwnerMap[entity] = std::move(entityOwners);
 
   if (IsKind<KOVAPMI_DIMENSION>(entity)) {
     IdentifierHashMap::List callouts;
@@ -146,11 +146,9 @@ void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& own
 // On an exception neither the views nor the map have changed.
 KOVAResult KOVAOrvoPMIExporter::InitialiseViewVsAnnotationMap(KOVAIdentifier const& view,
                                                               KOVAIdentifier const& annotation) {
-  if (viewAnnotationMap.Append(view, annotation)) return Success;
   if (annotationViews.size() == annotationViews.capacity()) {
     annotationViews.reserve(2 * annotationViews.size() + 1);
   }
-  viewAnnotationMap.Add(view, {annotation});
-  annotationViews.push_back(view);
+  if (viewAnnotationMap.AddOrAppend(view, annotation)) annotationViews.push_back(view);
   return Success;
 }

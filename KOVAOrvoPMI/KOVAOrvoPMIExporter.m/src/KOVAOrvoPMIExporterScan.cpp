@@ -17,6 +17,24 @@ bool GroupTypeIs(QENGROUP* group, int type) {
   return FindInteger(group, kGroupTypeAttribute, value) && value == type;
 }
 
+// Whether a collector would find anything, told by one walk over the chain.
+bool CarriesPmi(const ENTITY& entity) {
+  for (const ATTRIB* a = entity.first_attribute(); a != nullptr; a = a->next_attribute()) {
+    switch (a->identity(0)) {
+      case ATTRIB_KOVAPMI_TEXT_TYPE:
+      case ATTRIB_KOVAPMI_FLAGNOTE_TYPE:
+      case ATTRIB_KOVAPMI_ROUGHNESS_TYPE:
+      case ATTRIB_KOVAPMI_DATUM_TYPE:
+      case ATTRIB_KOVAPMI_DATUM_TARGET_TYPE:
+      case ATTRIB_KOVAPMI_GEOM_TOL_TYPE:
+        return true;
+      default:
+        break;
+    }
+  }
+  return false;
+}
+
 // Appends the members of a group's or collection's own list.
 void AppendMembers(const ENTITY_LIST& members, std::vector<ENTITY*>& entities) {
   entities.reserve(entities.size() + static_cast<std::size_t>(members.iteration_count()));
@@ -107,7 +125,7 @@ KOVAResult KOVAOrvoPMIExporter::InitializeManufacturingGroup(const QENGROUP* gro
 // The order of the collectors is the order of the annotations.
 KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationSetFromEntities(ENTITY*& entity) {
   KOVAResult result = Success;
-  if (entity == nullptr || entity->first_attribute() == nullptr) return result;
+  if (entity == nullptr || !CarriesPmi(*entity)) return result;
   ENTITY_LIST found;
   GetTextAttribute(entity, found);
   GetFlagNoteAttribute(entity, found);

@@ -63,7 +63,8 @@ class KOVAExportRepresentation : public KOVARepresentation {
   // The persistent identifier of an object. DEFAULT: 0x1000005, output untouched.
   virtual KOVAResult GetPID(const KOVAIdentifier& identifier, KOVAString& pid);
 
-  // Lets the representation get ready before it is queried.
+  // Lets the representation get ready before it is queried; the result, and what may be thrown, are
+  // the hook's.
   KOVAResult PreProcess() { return DoPreProcess(); }
 
  protected:

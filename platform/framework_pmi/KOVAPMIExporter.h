@@ -38,8 +38,8 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The number of annotation sets: 1, or 0 when the model has neither annotations nor captures.
   virtual KOVAResult GetAnnotationSetCount(int& count) = 0;
 
-  // The annotation set, the root of every walk. CAVEAT: without a set the result is a success too
-  // and `set` is untouched.
+  // The annotation set, the root of every walk; `index` is not looked at. CAVEAT: without a set the
+  // result is a success too and `set` is untouched.
   virtual KOVAResult GetAnnotationSet(int index, KOVAIdentifier& set) = 0;
 
   // --- Navigation: set, views, annotations, callouts -------------------------------------------
@@ -57,9 +57,9 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // --- Placement -------------------------------------------------------------------------------
 
-  // Fails for a view without a plane and for any identifier that is no view of this exporter.
   // The frame of a view's plane: origin, x axis, y axis, three floats each, model coordinates in
-  // model length units; the axes are as stored, not normalised.
+  // model length units; the axes are as stored, not normalised. Fails
+  // for a view without a plane and for any identifier that is no view of this exporter.
   virtual KOVAResult GetViewCoordinateSystem(const KOVAIdentifier& view, float* frame) = 0;
   // The annotation's display point in the frame of its view: two floats, in multiples of the axes.
   // A callout is placed in its dimension's view, a datum target that GetDatumTargetAt has handed
@@ -227,7 +227,8 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // --- Datums and datum targets (ASME Y14.5, ISO 5459) -----------------------------------------
 
-  // Of these five: a datum or target of a derived class is a success, and nothing is written.
+  // CAVEAT: for a datum or target of a derived class these five succeed and write nothing.
+
   // The datum's letter.
   virtual KOVAResult GetDatumLabel(const KOVAIdentifier& datum, KOVAString& label) = 0;
   // The number of the datum's targets.

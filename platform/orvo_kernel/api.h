@@ -27,7 +27,7 @@ outcome api_find_named_attribute(ENTITY* entity, const char* name, ATTRIB_GEN_NA
 // Appends the members of a group to `members`.
 outcome api_ct_return_ents(QENGROUP* group, ENTITY_LIST& members);
 
-// Deletes the entities of `list`.
+// Deletes the entities of `list` and empties it.
 outcome api_del_entity_list(ENTITY_LIST& list, api_options* options = nullptr);
 
 // Opens a bulletin board on this thread: entities made from now on are recorded.

@@ -13,7 +13,7 @@ extern std::atomic<long> liveEntities;
 extern std::atomic<long> trackedBytes;
 extern std::atomic<long> managerStarts;
 extern std::atomic<long> deletionsOfDead;
-// Deletion calls made, and creations of planes.
+// Calls of api_del_entity_list.
 extern std::atomic<long> deletionCalls;
 
 // Where inside a frame a kernel exception is raised.

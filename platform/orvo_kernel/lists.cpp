@@ -35,15 +35,22 @@ int ENTITY_LIST::lookup(const ENTITY* entity) const {
   return found == entities_.end() ? -1 : static_cast<int>(found - entities_.begin());
 }
 
+void ENTITY_LIST::make_room() {
+  if (entities_.size() >= kShortList && entities_.size() * 2 >= slots_.size()) {
+    index_all(std::max<std::size_t>(4 * kShortList, slots_.size() * 2));
+  }
+  if (entities_.size() == entities_.capacity()) {
+    entities_.reserve(std::max<std::size_t>(4, 2 * entities_.size()));
+  }
+}
+
 int ENTITY_LIST::add(ENTITY* entity, bool check) {
   if (entity == nullptr) return -1;
   if (check) {
     const int position = lookup(entity);
     if (position >= 0) return position;
   }
-  if (entities_.size() >= kShortList && entities_.size() * 2 >= slots_.size()) {
-    index_all(std::max<std::size_t>(4 * kShortList, slots_.size() * 2));
-  }
+  make_room();
   entities_.push_back(entity);
   if (!slots_.empty()) {
     std::uint32_t& slot = slots_[slot_of(entity)];

@@ -71,6 +71,7 @@ class KOVAPMI_TEXT_PROPERTIES : public ENTITY {
   double get_height() const { return fields_.height; }
   // Width over height.
   double get_ratio() const { return fields_.ratio; }
+  // Degrees from the vertical.
   double get_slant() const { return fields_.slant; }
   // Red, green, blue from 0 to 1.
   const double* get_color() const { return fields_.color; }

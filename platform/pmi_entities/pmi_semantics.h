@@ -101,7 +101,7 @@ ORVO_ENTITY_TEST(KOVAPMI_DATUM);
 
 // --- Geometric tolerances ------------------------------------------------------------------------
 
-// A modifier of a tolerance zone or of a datum in a frame.
+// A modifier of a tolerance zone or of a datum in a frame; its magnitude in model length units.
 class KOVAPMI_ZONE_MODIFIER : public ENTITY {
   ORVO_ENTITY_IDENTITY(KOVAPMI_ZONE_MODIFIER, ENTITY)
 
@@ -176,7 +176,7 @@ class KOVAPMI_DRF : public ENTITY {
 };
 ORVO_ENTITY_TEST(KOVAPMI_DRF);
 
-// A row of a feature control frame.
+// A row of a feature control frame. Model length units; a unit angle in degrees.
 class KOVAPMI_GEOM_TOL_ROW : public ENTITY {
   ORVO_ENTITY_IDENTITY(KOVAPMI_GEOM_TOL_ROW, ENTITY)
 
@@ -319,7 +319,8 @@ ORVO_ENTITY_TEST(ATTRIB_KOVAPMI_GEOM_TOL);
 
 // --- Captures ------------------------------------------------------------------------------------
 
-// A camera: where it stands, where it looks, which way is up. Model coordinates.
+// A camera: where it stands, where it looks, which way is up. Model coordinates; the view angle in
+// degrees, the zoom as one over half the height of what is seen.
 class KOVAPMI_CAMERA : public ENTITY {
   ORVO_ENTITY_IDENTITY(KOVAPMI_CAMERA, ENTITY)
 

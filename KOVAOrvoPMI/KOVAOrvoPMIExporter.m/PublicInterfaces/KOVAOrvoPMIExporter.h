@@ -35,9 +35,9 @@ class QENvector;
 //   delete exporter;
 //
 // The constructor scans the document's model once and keeps an index; the model is not changed. The
-// only entities made are the views' planes: one for each annotation with display properties, owned
-// here and deleted with the exporter. What identifiers point to belongs to the document's model,
-// which outlives the exporter.
+// only entities made are the views' planes: one for each annotation whose display properties
+// describe one, owned here and deleted with the exporter. What identifiers point to belongs to the
+// document's model, which outlives the exporter.
 //
 // What each query answers, its units and its outputs are told at KOVAPMIExporter. Unless it is said
 // otherwise there, a query answers 0x1000008 while the document has not been found (the two about
@@ -55,17 +55,18 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   ~KOVAOrvoPMIExporter() override;
 
   // Builds the index, once. 0x1000001 when there is no kernel-backed document or the index has been
-  // built; otherwise 0, whatever the model holds.
+  // built; otherwise 0, whatever the model holds. Throws what the scan throws; then the index stays
+  // as far as it was built, and is not built again.
   KOVAResult Initialize();
 
   // The entity's identifier string in a new array, which the caller releases with delete[]. When
-  // there is none, 0x1000001 and `id` is null.
+  // there is none, 0x1000001 and `id` is null. Works at any time; throws std::bad_alloc.
   KOVAResult GetEntityID(ENTITY* entity, char*& id);
 
   // The exporter's attribute exporter; ownership stays here.
   KOVAResult GetAttributeExporter(KOVAAttributeExporter*& exporter) override;
-  // The entity's persistent identifier. CAVEAT: a success also when the entity has none, `pid` is
-  // untouched then.
+  // The entity's persistent identifier. CAVEAT: a success also when the entity has none; `pid` is
+  // then what the framework left there.
   KOVAResult GetPID(const KOVAIdentifier& identifier, KOVAString& pid) override;
 
   // --- The annotation set
@@ -253,7 +254,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
 
  protected:
   // Builds the index when the document has become available since construction. 2 from the first
-  // call when there is no annotation set, else 0.
+  // call when there is no annotation set, else 0. Throws as Initialize.
   KOVAResult DoPreProcess() override;
 
  private:

@@ -13,7 +13,8 @@ extern "C" {
 // stores null when `document` is null or there is no memory for the object. A document that is not
 // available yet gives an exporter too; it answers 0x1000008 until PreProcess finds the document.
 // Throws what the scan throws (std::bad_alloc, KOVAAllocException, KOVAAbortException, the
-// kernel's orvo_exception on an interrupt); then no exporter is made and `*exporter` is untouched.
+// kernel's orvo_exception when an interrupt
+// meets a kernel error); then no exporter is made and `*exporter` is untouched.
 // REQUIRES: `exporter` is not null; `document` and its model outlive the exporter.
 KOVA_ORVO_PMI_EXPORT int KOVACreateOrvoPMIExporter(KOVADocument* document,
                                                    KOVAPMIExporter** exporter);

@@ -21,27 +21,23 @@ bool Collect(const ENTITY* entity, int type, ENTITY_LIST& found) {
   return found.count() > 0;
 }
 
-// A view plane until the exporter's list of planes takes it over.
-class UnregisteredPlane {
+// A view plane on its way into the list of planes, which takes it over whatever happens. The room
+// for it is made first, so that no plane is ever without an owner.
+class NewPlane {
  public:
-  UnregisteredPlane() = default;
-  UnregisteredPlane(const UnregisteredPlane&) = delete;
-  UnregisteredPlane& operator=(const UnregisteredPlane&) = delete;
-  ~UnregisteredPlane() {
-    if (plane_ == nullptr) return;
-    ENTITY_LIST list;
-    list.add(plane_);
-    api_del_entity_list(list);
-  }
+  explicit NewPlane(ENTITY_LIST& planes) : planes_(planes) { planes_.make_room(); }
+  NewPlane(const NewPlane&) = delete;
+  NewPlane& operator=(const NewPlane&) = delete;
+  ~NewPlane() { planes_.add(plane_, false); }
 
-  // Makes the plane that display properties describe; none when they describe none.
-  void Make(const KOVAPMI_DISPLAY_PROPERTIES& display) {
+  // The plane that display properties describe, or null when they describe none.
+  ENTITY* Make(const KOVAPMI_DISPLAY_PROPERTIES& display) {
     const QENposition point = display.get_disp_pt();
     const QENvector direction = display.get_primary_direction();
     const QENvector normal = display.get_disp_plane_normal();
     const QENunit_vector unitNormal(normal.x(), normal.y(), normal.z());
     const QENvector across = cross(unitNormal, direction);
-    if (!(direction.length_squared() > 0) || across.length_squared() == 0) return;
+    if (!(direction.length_squared() > 0) || across.length_squared() == 0) return nullptr;
     const plane definition(point, unitNormal, direction);
     RunInKernelApiFrame(
         [&] {
@@ -50,15 +46,11 @@ class UnregisteredPlane {
           return made;
         },
         plane_);
-  }
-
-  // The plane, or null; from now on it is the list's.
-  ENTITY* MoveTo(ENTITY_LIST& planes) {
-    planes.add(plane_, false);
-    return std::exchange(plane_, nullptr);
+    return plane_;
   }
 
  private:
+  ENTITY_LIST& planes_;
   ENTITY* plane_ = nullptr;
 };
 
@@ -138,9 +130,9 @@ void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, Owners entityOwne
 
   KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
   if (initialized) FindDisplayProperties(entity, display);
-  UnregisteredPlane plane;
-  if (display != nullptr) plane.Make(*display);
-  InitialiseViewVsAnnotationMap(ViewIdentifier(plane.MoveTo(viewPlanes), this), annotation);
+  ENTITY* plane = nullptr;
+  if (display != nullptr) plane = NewPlane(viewPlanes).Make(*display);
+  InitialiseViewVsAnnotationMap(ViewIdentifier(plane, this), annotation);
 }
 
 // On an exception neither the views nor the map have changed.

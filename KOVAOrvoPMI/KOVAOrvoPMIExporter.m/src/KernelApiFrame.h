@@ -10,7 +10,7 @@ class ENTITY;
 //
 // Throws KOVAAllocException on a kernel memory error, and KOVAAbortException on an access violation
 // when the framework asks for it; in a frame within another frame both go on as kernel exceptions.
-// On an interrupt the kernel's own exception leaves the frame. Whatever the body throws besides
-// passes through. Bulletin board, logging, error mark and error context are as before in every
-// case.
+// On an interrupt the kernel error that the frame caught, if any, leaves it as a kernel exception.
+// Whatever the body throws besides passes through. Bulletin board, logging, error mark and error
+// context are as before in every case.
 void RunInKernelApiFrame(const std::function<ENTITY*()>& body, ENTITY*& product);

@@ -8,6 +8,15 @@ namespace qif {
 
 namespace {
 
+// Elements of threads and fits.
+#define QIF_SPEC \
+  "Spec"         \
+  "ification"
+constexpr const char* kThreadId = "Thread" QIF_SPEC "Id";
+constexpr const char* kThreadText = "Text" QIF_SPEC;
+constexpr const char* kFit = "LimitsAndFits" QIF_SPEC;
+#undef QIF_SPEC
+
 enum class Measure { kLength, kAngle, kPlain };
 
 struct DimensionKind {
@@ -144,11 +153,10 @@ class DimensionReader {
   }
 
   bool ReadThread() {
-    const Document::Entry* const entry =
-        reading_.document.Find(Child(definition_, "ThreadSpecificationId"));
+    const Document::Entry* const entry = reading_.document.Find(Child(definition_, kThreadId));
     if (entry == nullptr) throw Unreadable(definition_, "its thread does not exist");
     const Element thread = entry->element;
-    if (const Element text = Child(thread, "TextSpecification")) {
+    if (const Element text = Child(thread, kThreadText)) {
       fields_.hole_callout = Wide(WordOf(text));
       return true;
     }
@@ -199,7 +207,7 @@ class DimensionReader {
   void ReadTexts() {
     std::wstring prefix;
     std::wstring suffix;
-    if (const Element fit = Child(definition_, "LimitsAndFitsSpecification")) {
+    if (const Element fit = Child(definition_, kFit)) {
       suffix = Wide(WordOf(fit, "FormVariance")) + Wide(WordOf(fit, "Grade"));
       if (firstUse_) {
         reading_.Skip(NameOf(fit), definition_.attribute("id").value(),
@@ -226,9 +234,9 @@ class DimensionReader {
         reading_, nominal_,
         {"TargetValue", "OriginReference", "MaxValue", "MinValue", "DefinedAsLimit"});
     if (!firstUse_) return;
-    SkipUnknown(reading_, definition_, definition_,
-                {"Name", "CharacteristicDesignator", "DimensionType", "Tolerance",
-                 "LimitsAndFitsSpecification", "ThreadSpecificationId"});
+    SkipUnknown(
+        reading_, definition_, definition_,
+        {"Name", "CharacteristicDesignator", "DimensionType", "Tolerance", kFit, kThreadId});
     SkipUnknown(reading_, Child(definition_, "Tolerance"), definition_,
                 {"MaxValue", "MinValue", "DefinitionId", "DefinedAsLimit"});
   }

@@ -74,6 +74,25 @@ TEST(Library, EverySourceUnitStartsTheMemoryManagerAndUnloadingStopsItAgain) {
   EXPECT_EQ(standin::Count().managerStarts, before);
 }
 
+TEST(Library, LoadedUsedAndUnloadedAThousandTimesLeavesNothingBehind) {
+  const standin::Counters before = standin::Count();
+  for (int round = 0; round < 1000; ++round) {
+    const Library library = Load();
+    ASSERT_NE(library, nullptr) << dlerror();
+    standin::Part part;
+    part.Place(part.AddText(part.Face(), L"deburr"), {1, 2, 3}, {1, 0, 0}, {0, 0, 1});
+    KOVAPMIExporter* made = nullptr;
+    ASSERT_EQ(Symbol<Factory>(library, "KOVACreateOrvoPMIExporter")(&part.GetDocument(), &made), 0);
+    const std::unique_ptr<KOVAPMIExporter> exporter(made);
+    int views = 0;
+    exporter->GetAnnotationViewCount(KOVAIdentifier(), views);
+    ASSERT_EQ(views, 1);
+  }
+  EXPECT_EQ(standin::Count().managerStarts, before.managerStarts);
+  EXPECT_EQ(standin::Count().liveEntities, before.liveEntities);
+  EXPECT_EQ(standin::Count().trackedBytes, before.trackedBytes);
+}
+
 TEST(Library, FactoryMakesAnExporterThatAnswersAndMarkerIsOne) {
   const Library library = Load();
   ASSERT_NE(library, nullptr) << dlerror();

@@ -10,7 +10,13 @@ mkdir -p build/fuzz/corpus build/fuzz/findings
 cp models/*.qif build/fuzz/corpus/
 grep -ohE '<[A-Za-z0-9]+|[A-Za-z]+="|[A-Z_]{4,}' models/*.qif | sort -u |
   sed 's/"/\\"/g; s/.*/"&"/' >build/fuzz/names.dict
+status=0
 build/fuzz/bin/qif_fuzz -dict=build/fuzz/names.dict -artifact_prefix=build/fuzz/findings/ \
   -max_total_time="${1:-60}" -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 \
-  build/fuzz/corpus 2>&1 | tail -n 25
-exit "${PIPESTATUS[0]}"
+  build/fuzz/corpus >build/fuzz/log 2>&1 || status=$?
+if [ $status -eq 0 ]; then
+  grep -E 'DONE|^Done|^stat::' build/fuzz/log
+else
+  tail -n 60 build/fuzz/log
+fi
+exit $status

@@ -94,7 +94,13 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
   int left = entities.iteration_count();
   entities.init();
   while (ENTITY* entity = entities.next()) {
-    annotate(entity, --left > 0 ? owners : std::move(owners));
+    Owners own;
+    if (--left > 0) {
+      own = owners;
+    } else {
+      own.swap(owners);
+    }
+    annotate(entity, std::move(own));
     while (!nested.empty()) {
       ENTITY* tolerance = nested.back().tolerances.next();
       if (tolerance == nullptr) {

@@ -18,8 +18,11 @@ std::size_t ENTITY_LIST::slot_of(const ENTITY* entity) const {
   return slot;
 }
 
-// An entity that the list holds twice is found at its first position.
-void ENTITY_LIST::index_all(std::size_t slots) {
+// Indexes the list anew, with as many slots as one more entity asks for. An entity that the list
+// holds twice is found at its first position.
+void ENTITY_LIST::index_all() {
+  std::size_t slots = 4 * kShortList;
+  while (slots <= 2 * entities_.size()) slots *= 2;
   std::vector<std::uint32_t>(slots).swap(slots_);
   for (std::size_t i = 0; i < entities_.size(); ++i) {
     if (entities_[i] == nullptr) continue;
@@ -36,9 +39,7 @@ int ENTITY_LIST::lookup(const ENTITY* entity) const {
 }
 
 void ENTITY_LIST::make_room() {
-  if (entities_.size() >= kShortList && entities_.size() * 2 >= slots_.size()) {
-    index_all(std::max<std::size_t>(4 * kShortList, slots_.size() * 2));
-  }
+  if (!slots_.empty() && entities_.size() * 2 >= slots_.size()) index_all();
   if (entities_.size() == entities_.capacity()) {
     entities_.reserve(std::max<std::size_t>(4, 2 * entities_.size()));
   }
@@ -47,6 +48,7 @@ void ENTITY_LIST::make_room() {
 int ENTITY_LIST::add(ENTITY* entity, bool check) {
   if (entity == nullptr) return -1;
   if (check) {
+    if (slots_.empty() && entities_.size() >= kShortList) index_all();
     const int position = lookup(entity);
     if (position >= 0) return position;
   }
@@ -64,7 +66,7 @@ void ENTITY_LIST::remove(const ENTITY* entity) {
   if (position < 0) return;
   entities_[static_cast<std::size_t>(position)] = nullptr;
   ++removed_;
-  if (!slots_.empty()) index_all(slots_.size());
+  if (!slots_.empty()) index_all();
 }
 
 void ENTITY_LIST::clear() { *this = ENTITY_LIST(); }

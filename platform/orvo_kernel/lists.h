@@ -13,7 +13,7 @@ class ENTITY_LIST {
   // appended and its position is given. Null is never appended (-1).
   // Throws std::bad_alloc and leaves the list as it was.
   int add(ENTITY* entity, bool check = true);
-  // Makes room, so that the next `add` needs no memory. Throws std::bad_alloc.
+  // Makes room, so that the next `add` without a check needs no memory. Throws std::bad_alloc.
   void make_room();
   // Takes the entity out; its position stays behind as an empty place.
   void remove(const ENTITY* entity);
@@ -34,11 +34,11 @@ class ENTITY_LIST {
   ENTITY* next() const;
 
  private:
-  void index_all(std::size_t slots);
+  void index_all();
   std::size_t slot_of(const ENTITY* entity) const;
 
   std::vector<ENTITY*> entities_;
-  std::vector<std::uint32_t> slots_;  // position + 1 by hash; empty while the list is short
+  std::vector<std::uint32_t> slots_;  // position + 1 by hash; empty until a long list is checked
   int removed_ = 0;
   mutable std::size_t cursor_ = 0;
 };

@@ -1,5 +1,6 @@
 #include "IdentifierHashMap.h"
 
+#include <new>
 #include <utility>
 
 #include "KernelMemoryManager.h"
@@ -79,20 +80,36 @@ IdentifierHashMap::IdentifierHashMap(int expectedSize, bool allowStandardBacking
 IdentifierHashMap::~IdentifierHashMap() = default;
 
 void IdentifierHashMap::Fill(int positions) {
+  reciprocal_ = ~std::uint64_t{0} / static_cast<std::uint64_t>(positions) + 1;
   for (int i = 0; i < positions; ++i) occupied_.Add(false);
   for (int i = 0; i < positions; ++i) keys_.Add(KOVAIdentifier());
   for (int i = 0; i < positions; ++i) lists_.Add(List());
+}
+
+// The remainder of a 32-bit hash by two multiplications (Lemire, Kaser, Kurz: "Faster remainder by
+// direct computation", 2019).
+int IdentifierHashMap::StartPosition(const KOVAIdentifier& key) const {
+  const std::uint32_t hash = hash_ != nullptr ? hash_(key) : HashOfPointer(key.GetNativeObject());
+  const std::uint64_t fraction = reciprocal_ * hash;
+  const auto positions = static_cast<std::uint64_t>(occupied_.Count());
+  const std::uint64_t low = (fraction & 0xffffffffU) * positions;
+  return static_cast<int>(((fraction >> 32) * positions + (low >> 32)) >> 32);
 }
 
 int IdentifierHashMap::Position(const KOVAIdentifier& key) const {
   const int positions = occupied_.Count();
   const bool* const occupied = &occupied_[0];
   const KOVAIdentifier* const keys = &keys_[0];
-  const std::uint32_t hash = hash_ != nullptr ? hash_(key) : HashOfPointer(key.GetNativeObject());
-  const StandardEqual same{equal_};
-  int position = static_cast<int>(hash % static_cast<std::uint32_t>(positions));
-  while (occupied[position] && !same(keys[position], key)) {
-    if (++position == positions) position = 0;
+  int position = StartPosition(key);
+  if (equal_ == nullptr) {
+    const void* const object = key.GetNativeObject();
+    while (occupied[position] && keys[position].GetNativeObject() != object) {
+      if (++position == positions) position = 0;
+    }
+  } else {
+    while (occupied[position] && !equal_(keys[position], key)) {
+      if (++position == positions) position = 0;
+    }
   }
   return position;
 }
@@ -107,20 +124,19 @@ void IdentifierHashMap::Grow() {
   IdentifierHashMap larger(Positions{occupied_.Count() * 2}, hash_, equal_);
   for (int i = 0; i < occupied_.Count(); ++i) {
     if (!occupied_[i]) continue;
-    const int position = larger.Position(keys_[i]);
-    larger.occupied_[position] = true;
-    larger.keys_[position] = keys_[i];
-    larger.lists_[position].swap(lists_[i]);
+    larger.Occupy(larger.Position(keys_[i]), keys_[i], std::move(lists_[i]));
   }
   occupied_.Swap(larger.occupied_);
   keys_.Swap(larger.keys_);
   lists_.Swap(larger.lists_);
+  reciprocal_ = larger.reciprocal_;
 }
 
-void IdentifierHashMap::Occupy(int position, const KOVAIdentifier& key, List list) {
+// What an unoccupied position holds is empty: the pair is built over it, with nothing to release.
+void IdentifierHashMap::Occupy(int position, const KOVAIdentifier& key, List&& list) {
   occupied_[position] = true;
-  keys_[position] = key;
-  lists_[position] = std::move(list);
+  new (&keys_[position]) KOVAIdentifier(key);
+  new (&lists_[position]) List(std::move(list));
   ++pairCount_;
 }
 

@@ -316,6 +316,9 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVAResult GetDatumTargetFromAnnotation(const KOVAIdentifier& annotation,
                                           KOVAPMI_DATUMTGT*& target);
 
+  // Calls use(text) with the entity's name; whether it has one.
+  template <typename Use>
+  bool UseEntityName(ENTITY* entity, Use use);
   // The entity's name in a new array, which the caller releases with delete[]; on false `name` is
   // untouched.
   bool GetEntityNameW(ENTITY* entity, wchar_t*& name);

@@ -75,5 +75,5 @@ void BecomeAnnotation(ENTITY* annotation, KOVAIdentifier& identifier) {
 
 bool IsLeader(const KOVAIdentifier& identifier) {
   const char* name = identifier.GetTypeName();
-  return name != nullptr && std::strcmp(name, kLeaderTypeName) == 0;
+  return name == kLeaderTypeName || (name != nullptr && std::strcmp(name, kLeaderTypeName) == 0);
 }

@@ -11,8 +11,6 @@ namespace {
 
 constexpr const char* kNameAttribute = "ATTRIB_XORVO_NAME";
 constexpr const char* kIdAttribute = "ATTRIB_XORVO_ID";
-// Wide characters of the working buffer that nearly every name fits in, terminator included.
-constexpr std::size_t kNameRoom = 1024;
 
 // The value of a narrow string attribute; null for an attribute of another kind.
 const char* NarrowValue(const ATTRIB_GEN_NAME* attribute) {
@@ -49,29 +47,36 @@ KOVAResult KOVAOrvoPMIExporter::GetEntityID(ENTITY* entity, char*& id) {
   return Success;
 }
 
-// CAVEAT: the outcome of the lookup matters for a narrow name alone.
+KOVAResult KOVAOrvoPMIExporter::GetAnnotationName(const KOVAIdentifier& annotation,
+                                                  KOVAString& name) {
+  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
+    UseEntityName(&entity, [&](const wchar_t* text) { name = KOVAString(text); });
+    return Success;
+  });
+}
+
 bool KOVAOrvoPMIExporter::GetEntityNameW(ENTITY* entity, wchar_t*& name) {
+  return UseEntityName(entity, [&](const wchar_t* text) { name = NewCopy(text); });
+}
+
+// CAVEAT: the outcome of the lookup matters for a narrow name alone.
+template <typename Use>
+bool KOVAOrvoPMIExporter::UseEntityName(ENTITY* entity, Use use) {
   ATTRIB_GEN_NAME* attribute = nullptr;
   const outcome found = api_find_named_attribute(entity, kNameAttribute, attribute);
   if (attribute == nullptr) return false;
   if (is_ATTRIB_GEN_WSTRING(attribute) != 0) {
     const wchar_t* value = static_cast<ATTRIB_GEN_WSTRING*>(attribute)->value();
     if (value == nullptr || *value == L'\0') return false;
-    name = NewCopy(value);
+    use(value);
     return true;
   }
   const char* value = NarrowValue(attribute);
   if (found.error_number() != 0 || value == nullptr) return false;
-  const std::size_t room = std::mbstowcs(nullptr, value, 0) + 1;
-  if (room <= kNameRoom) {
-    wchar_t buffer[kNameRoom] = {};
-    CopyFromMBCS(value, buffer);
-    name = NewCopy(buffer);
-  } else {
-    std::vector<wchar_t> buffer(room);
-    CopyFromMBCS(value, buffer.data());
-    name = NewCopy(buffer.data());
-  }
+  // No text converts into more wide characters than it has bytes.
+  std::vector<wchar_t> converted(std::strlen(value) + 1);
+  CopyFromMBCS(value, converted.data());
+  use(converted.data());
   return true;
 }
 

@@ -1,5 +1,4 @@
 // What every annotation has: kind, name, visibility, text, display, geometry, a row's frame.
-#include <memory>
 
 #include "DisplayProperties.h"
 #include "QueryShape.h"
@@ -27,17 +26,6 @@ KOVAResult KOVAOrvoPMIExporter::GetAnnotationType(const KOVAIdentifier& annotati
                                                   KOVAPMIAnnotationType& type) {
   return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
     type = TypeOf(entity);
-    return Success;
-  });
-}
-
-KOVAResult KOVAOrvoPMIExporter::GetAnnotationName(const KOVAIdentifier& annotation,
-                                                  KOVAString& name) {
-  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
-    wchar_t* text = nullptr;
-    const bool named = GetEntityNameW(&entity, text);
-    const std::unique_ptr<wchar_t[]> textOwner(text);
-    if (named) name = KOVAString(text);
     return Success;
   });
 }

@@ -31,6 +31,16 @@ TEST(Gathering, WalksABodyThenItsFacesEdgesAndVerticesOnce) {
   EXPECT_EQ(Owners(*exporter, onVertex), Entities{own.end()});
 }
 
+// Parts are taken a batch at a time; none may be lost or met twice where a batch ends.
+TEST(Gathering, MeetsEveryPartOfABodyOfAnySize) {
+  for (const int faces : {31, 32, 33, 64, 100}) {
+    Part part;
+    Entities texts;
+    for (int i = 0; i < faces; ++i) texts.push_back(&part.AddText(part.Face(), L""));
+    EXPECT_EQ(Annotations(*Export(part)), texts) << faces << " faces";
+  }
+}
+
 TEST(Gathering, HappensOnce) {
   Part part;
   part.AddText(part.Face(), L"");

@@ -91,6 +91,12 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
     ENTITY_LIST tolerances;
     if (GetGeomtolAttribute(entity, tolerances)) nested.push_back({tolerances, {entity}});
   };
+  // What the planes will be made from is on its way from memory before the first one is made.
+  for (int i = 0; i < entities.count(); ++i) {
+    KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
+    FindDisplayProperties(entities[i], display);
+    __builtin_prefetch(display);
+  }
   int left = entities.iteration_count();
   entities.init();
   while (ENTITY* entity = entities.next()) {
@@ -116,7 +122,11 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
 
 void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, Owners entityOwners) {
   const KOVAIdentifier annotation = AnnotationIdentifier(entity, this);
-  const Owners& owners = annotationOwnerMap[entity] = std::move(entityOwners);
+  // Entities mostly come in the order of their addresses: then the place is known.
+  const Owners& owners =
+      annotationOwnerMap
+          .insert_or_assign(annotationOwnerMap.end(), entity, std::move(entityOwners))
+          ->second;
 
   if (IsKind<KOVAPMI_DIMENSION>(entity)) {
     IdentifierHashMap::List callouts;

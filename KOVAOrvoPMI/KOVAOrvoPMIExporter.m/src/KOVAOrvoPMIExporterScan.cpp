@@ -17,22 +17,60 @@ bool GroupTypeIs(QENGROUP* group, int type) {
   return FindInteger(group, kGroupTypeAttribute, value) && value == type;
 }
 
-// Whether a collector would find anything, told by one walk over the chain.
-bool CarriesPmi(const ENTITY& entity) {
-  for (const ATTRIB* a = entity.first_attribute(); a != nullptr; a = a->next_attribute()) {
-    switch (a->identity(0)) {
-      case ATTRIB_KOVAPMI_TEXT_TYPE:
-      case ATTRIB_KOVAPMI_FLAGNOTE_TYPE:
-      case ATTRIB_KOVAPMI_ROUGHNESS_TYPE:
-      case ATTRIB_KOVAPMI_DATUM_TYPE:
-      case ATTRIB_KOVAPMI_DATUM_TARGET_TYPE:
-      case ATTRIB_KOVAPMI_GEOM_TOL_TYPE:
-        return true;
-      default:
-        break;
-    }
+// The collectors that would find something, a bit each.
+enum PmiKinds : unsigned {
+  kTexts = 1,
+  kFlagNotes = 2,
+  kRoughnesses = 4,
+  kDatums = 8,
+  kDatumTargets = 16,
+  kTolerances = 32
+};
+
+unsigned KindOf(const ATTRIB& attribute) {
+  switch (attribute.identity(0)) {
+    case ATTRIB_KOVAPMI_TEXT_TYPE:
+      return kTexts;
+    case ATTRIB_KOVAPMI_FLAGNOTE_TYPE:
+      return kFlagNotes;
+    case ATTRIB_KOVAPMI_ROUGHNESS_TYPE:
+      return kRoughnesses;
+    case ATTRIB_KOVAPMI_DATUM_TYPE:
+      return kDatums;
+    case ATTRIB_KOVAPMI_DATUM_TARGET_TYPE:
+      return kDatumTargets;
+    case ATTRIB_KOVAPMI_GEOM_TOL_TYPE:
+      return kTolerances;
+    default:
+      return 0;
   }
-  return false;
+}
+
+// Told by one walk over the chain; most chains carry none.
+unsigned KindsOn(const ENTITY& entity) {
+  unsigned kinds = 0;
+  for (const ATTRIB* a = entity.first_attribute(); a != nullptr; a = a->next_attribute()) {
+    kinds |= KindOf(*a);
+  }
+  return kinds;
+}
+
+// Calls visit(entity) for the entities of a list in order; the next ones are on their way from
+// memory meanwhile.
+template <typename Visit>
+void VisitEach(const ENTITY_LIST& entities, Visit visit) {
+  constexpr int kAhead = 32;
+  ENTITY* ahead[kAhead];
+  int count = 0;
+  entities.init();
+  do {
+    for (count = 0; count < kAhead; ++count) {
+      ahead[count] = entities.next();
+      if (ahead[count] == nullptr) break;
+      __builtin_prefetch(ahead[count]);
+    }
+    for (int i = 0; i < count; ++i) visit(ahead[i]);
+  } while (count == kAhead);
 }
 
 // Appends the members of a group's or collection's own list.
@@ -82,8 +120,11 @@ void KOVAOrvoPMIExporter::ScanTopology(ENTITY* entity, KOVAResult& result) {
   const bool edges = api_get_edges(entity, topology).error_number() == 0;
   const bool vertices = api_get_vertices(entity, topology).error_number() == 0;
   if (!faces && !edges && !vertices) return;
-  topology.init();
-  while (ENTITY* part = topology.next()) result |= InitializeAnnotationSetFromEntities(part);
+  // Most parts carry nothing, which is a success.
+  VisitEach(topology, [&](ENTITY*& part) {
+    result |=
+        part->first_attribute() == nullptr ? Success : InitializeAnnotationSetFromEntities(part);
+  });
 }
 
 void KOVAOrvoPMIExporter::ScanGroup(QENGROUP* group, KOVAResult& result) {
@@ -125,14 +166,16 @@ KOVAResult KOVAOrvoPMIExporter::InitializeManufacturingGroup(const QENGROUP* gro
 // The order of the collectors is the order of the annotations.
 KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationSetFromEntities(ENTITY*& entity) {
   KOVAResult result = Success;
-  if (entity == nullptr || !CarriesPmi(*entity)) return result;
+  const unsigned kinds = entity == nullptr ? 0 : KindsOn(*entity);
+  if (kinds == 0) return result;
   ENTITY_LIST found;
-  GetTextAttribute(entity, found);
-  GetFlagNoteAttribute(entity, found);
-  GetRoughnessAttribute(entity, found);
-  GetDatumAttribute(entity, found);
-  GetDatumTargetAttribute(entity, found);
-  if (!GetGeomtolAttribute(entity, found)) return result;
+  if (kinds & kTexts) GetTextAttribute(entity, found);
+  if (kinds & kFlagNotes) GetFlagNoteAttribute(entity, found);
+  if (kinds & kRoughnesses) GetRoughnessAttribute(entity, found);
+  if (kinds & kDatums) GetDatumAttribute(entity, found);
+  if (kinds & kDatumTargets) GetDatumTargetAttribute(entity, found);
+  if (kinds & kTolerances) GetGeomtolAttribute(entity, found);
+  if (found.count() == 0) return result;
   Owners owners;
   result &= GetOwnerList(entity, owners);
   result &= InitializeAnnotationFromAttributes(found, std::move(owners));

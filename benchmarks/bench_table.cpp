@@ -27,7 +27,7 @@ struct Row {
 const Row rows[] = {
     {"sparse", "index of a sparse model (1,000,000 entities)", "the kernel calls, storing nothing",
      1.25},
-    {"dense", "index of a dense model, per annotation", "map entry, plane and two lists, plainly",
+    {"dense", "index of a dense model, per annotation", "map entry, its plane, two lists, plainly",
      2},
     {"growth_planes", "building, annotations doubled, with planes", "half the size", 2.2},
     {"growth_null", "building, annotations doubled, null view", "half the size", 2.2},
@@ -36,6 +36,7 @@ const Row rows[] = {
     {"string", "a query that returns a string", "the same with the one string copy", 1.3},
     {"walk_views", "a placement query, per view visited", "a loop over one-element lists", 2},
     {"map", "identifier hash map, add and look up", "std::unordered_map, the same hash", 1},
+    {"map_address", "identifier hash map, add and look up", "std::unordered_map, std::hash", 1},
     {"destroy", "destroying the exporter", "one kernel call deleting the planes", 1.5},
     {"memory_planes", "bytes per annotation, with plane", "-", 900, "bytes"},
     {"memory_null", "bytes per annotation, null view", "-", 400, "bytes"},

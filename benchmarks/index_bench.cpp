@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 
+#include "DisplayProperties.h"
 #include "Measure.h"
 #include "Models.h"
 #include "orvo_kernel/api.h"
@@ -44,11 +45,12 @@ void Sparse(benchmark::State& state) {
       state, 1e6, [&] { return BuildSeconds(part); }, [&] { return TraversalSeconds(part); });
 }
 
-PLANE* PlaneInBareBracket() {
+PLANE* PlaneInBareBracket(const QENposition& point, const QENvector& normal,
+                          const QENvector& direction) {
   outcome result;
   api_bb_begin(1);
   auto* made = new (1, __FILE__, __LINE__)
-      PLANE(plane(QENposition(1, 2, 3), QENunit_vector(0, 0, 1), QENvector(1, 0, 0)));
+      PLANE(plane(point, QENunit_vector(normal.x(), normal.y(), normal.z()), direction));
   api_bb_end(result, 1, 0);
   return made;
 }
@@ -59,19 +61,23 @@ void Delete(const std::vector<PLANE*>& planes) {
   api_del_entity_list(list);
 }
 
-// One entry of an ordered map with a one-element list, one plane, two lists of one identifier.
-double RecordsSeconds(const std::vector<ENTITY*>& annotations) {
+using Placed = std::pair<ENTITY*, const KOVAPMI_DISPLAY_PROPERTIES*>;
+
+// One entry of an ordered map with a one-element list, one plane where the display properties say,
+// two lists of one identifier.
+double RecordsSeconds(const std::vector<Placed>& annotations) {
   std::map<ENTITY*, std::vector<ENTITY*>> owners;
   std::vector<std::vector<KOVAIdentifier>> lists;
   std::vector<PLANE*> planes;
   lists.reserve(2 * annotations.size());
   planes.reserve(annotations.size());
   const double seconds = Time([&] {
-    for (ENTITY* annotation : annotations) {
+    for (const auto& [annotation, display] : annotations) {
       const KOVAIdentifier identifier(annotation, "annotation", nullptr, "ENTITY",
                                       KOVAIdentifierCastHandle(nullptr));
       owners[annotation] = {annotation};
-      planes.push_back(PlaneInBareBracket());
+      planes.push_back(PlaneInBareBracket(display->get_disp_pt(), display->get_disp_plane_normal(),
+                                          display->get_primary_direction()));
       lists.push_back({identifier});
       lists.push_back({identifier});
     }
@@ -88,11 +94,13 @@ standin::Part& DensePart() {
 
 void Dense(benchmark::State& state) {
   auto& part = DensePart();
-  std::vector<ENTITY*> annotations;
+  std::vector<Placed> annotations;
   for (ENTITY* entity : part.GetEntities()) {
     if (is_FACE(entity) != 1) continue;
     for (ATTRIB* a = entity->first_attribute(); a != nullptr; a = a->next_attribute()) {
-      annotations.push_back(a);
+      KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
+      FindDisplayProperties(a, display);
+      annotations.emplace_back(a, display);
     }
   }
   Compare(
@@ -110,7 +118,9 @@ void Destroy(benchmark::State& state) {
       },
       [] {
         ENTITY_LIST planes;
-        for (int i = 0; i < kDense; ++i) planes.add(PlaneInBareBracket());
+        for (int i = 0; i < kDense; ++i) {
+          planes.add(PlaneInBareBracket({1, 2, 3}, {0, 0, 1}, {1, 0, 0}));
+        }
         return Time([&] { api_del_entity_list(planes); });
       });
 }

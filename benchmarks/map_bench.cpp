@@ -8,10 +8,16 @@
 
 namespace {
 
-// The table's own hash, so that storage is compared and not one hash function with another.
-struct Hash {
+// The table's own hash, so that storage is compared with storage alone.
+struct SameHash {
   std::size_t operator()(const KOVAIdentifier& key) const {
     return IdentifierHashMap::HashOfPointer(key.GetNativeObject());
+  }
+};
+// What the standard library does with a pointer: its address.
+struct StandardHash {
+  std::size_t operator()(const KOVAIdentifier& key) const {
+    return std::hash<void*>()(key.GetNativeObject());
   }
 };
 struct Equal {
@@ -19,6 +25,7 @@ struct Equal {
     return a.GetNativeObject() == b.GetNativeObject();
   }
 };
+template <typename Hash>
 using Standard = std::unordered_map<KOVAIdentifier, IdentifierHashMap::List, Hash, Equal>;
 
 // Entities as the kernel's allocator lays them out, in the order of their creation or in none.
@@ -49,6 +56,7 @@ double Seconds(int count, const std::vector<KOVAIdentifier>& keys, Make make, Ad
   });
 }
 
+template <typename Hash>
 void AddAndLookUp(benchmark::State& state, int count, bool shuffled) {
   const std::vector<KOVAIdentifier> keys = Keys(count, shuffled);
   const int maps = std::max(1, 20000 / count);
@@ -67,14 +75,14 @@ void AddAndLookUp(benchmark::State& state, int count, bool shuffled) {
         return Seconds(
             maps, keys,
             [&] {
-              auto map = std::make_unique<Standard>();
+              auto map = std::make_unique<Standard<Hash>>();
               map->reserve(size);
               return map;
             },
-            [](Standard& map, const KOVAIdentifier& key) {
+            [](Standard<Hash>& map, const KOVAIdentifier& key) {
               map.try_emplace(key, IdentifierHashMap::List{key});
             },
-            [](const Standard& map, const KOVAIdentifier& key) {
+            [](const Standard<Hash>& map, const KOVAIdentifier& key) {
               return map.find(key)->second.data();
             });
       });
@@ -85,9 +93,12 @@ void AddAndLookUp(benchmark::State& state, int count, bool shuffled) {
 int main(int argc, char** argv) {
   for (int count = 10; count <= 1000000; count *= 10) {
     for (const bool shuffled : {false, true}) {
-      measure::Register("map:" + std::to_string(count) + (shuffled ? " shuffled" : " in order"),
-                        std::clamp(2000000 / count, 5, 15),
-                        [=](auto& state) { AddAndLookUp(state, count, shuffled); });
+      const std::string name = std::to_string(count) + (shuffled ? " shuffled" : " in order");
+      const int repetitions = std::clamp(2000000 / count, 5, 15);
+      measure::Register("map:" + name, repetitions,
+                        [=](auto& state) { AddAndLookUp<SameHash>(state, count, shuffled); });
+      measure::Register("map_address:" + name, repetitions,
+                        [=](auto& state) { AddAndLookUp<StandardHash>(state, count, shuffled); });
     }
   }
   return measure::Run(argc, argv);

@@ -91,8 +91,8 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
     ENTITY_LIST tolerances;
     if (GetGeomtolAttribute(entity, tolerances)) nested.push_back({tolerances, {entity}});
   };
-  // What the planes will be made from is on its way from memory before the first one is made.
-  for (int i = 0; i < entities.count(); ++i) {
+  // What the later planes will be made from is on its way from memory before the first one is made.
+  for (int i = 1; i < entities.count(); ++i) {
     KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
     FindDisplayProperties(entities[i], display);
     __builtin_prefetch(display);

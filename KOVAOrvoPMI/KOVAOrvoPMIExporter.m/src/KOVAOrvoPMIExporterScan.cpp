@@ -59,7 +59,7 @@ unsigned KindsOn(const ENTITY& entity) {
 // memory meanwhile.
 template <typename Visit>
 void VisitEach(const ENTITY_LIST& entities, Visit visit) {
-  constexpr int kAhead = 32;
+  constexpr int kAhead = 64;
   ENTITY* ahead[kAhead];
   int count = 0;
   entities.init();

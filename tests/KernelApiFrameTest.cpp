@@ -9,6 +9,7 @@
 #include "framework_base/KOVAQalOrvoDepthCounter.h"
 #include "orvo_kernel/api.h"
 #include "orvo_kernel/errors.h"
+#include "orvo_kernel/internals.h"
 
 namespace {
 

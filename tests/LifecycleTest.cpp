@@ -6,6 +6,7 @@
 
 #include "EveryKind.h"
 #include "Matchers.h"
+#include "orvo_kernel/internals.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "framework_base/KOVADynamicArray.h"
 #include "orvo_kernel/api.h"
 #include "orvo_kernel/errors.h"
+#include "orvo_kernel/internals.h"
 #include "pmi_importer/KOVAOrvoPMIEnumUtils.h"
 
 namespace {

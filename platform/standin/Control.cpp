@@ -2,6 +2,7 @@
 
 #include "framework_base/Switches.h"
 #include "orvo_kernel/errors.h"
+#include "orvo_kernel/internals.h"
 #include "os_loader/internals.h"
 
 namespace standin {
@@ -36,10 +37,9 @@ Fault Fault::TrackedAllocation(long n) {
   return Fault(faults);
 }
 
-Fault Fault::Raise(int code, kernel_state::RaisePoint at) {
+Fault Fault::Raise(int code) {
   kernel_state::Faults faults;
   faults.raiseCode = code;
-  faults.raiseAt = at;
   return Fault(faults);
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "orvo_kernel/internals.h"
+namespace kernel_state {
+struct Faults;
+}
 
 // What tests read from the platform and what they make go wrong.
 namespace standin {
@@ -29,9 +31,8 @@ class Fault {
   static Fault KernelCall(long n, int errorNumber, bool afterWork = false);
   // The n-th tracked allocation from now on yields nothing.
   static Fault TrackedAllocation(long n);
-  // A kernel exception inside the next frames: while the entity is constructed or when the board
-  // is brought up to date.
-  static Fault Raise(int code, kernel_state::RaisePoint at = kernel_state::RaisePoint::Update);
+  // A kernel exception inside the next frames, when the board is brought up to date.
+  static Fault Raise(int code);
   // As Raise, and one more exception when its error info is converted.
   static Fault RaiseTwice(int code, int again);
   // No fault: counts calls and allocations from now on.

@@ -29,17 +29,20 @@ need_packages() {
 base_packages=(g++ cmake ninja-build libpugixml-dev nlohmann-json3-dev libcli11-dev libgtest-dev
   libgmock-dev)
 
+# quietly COMMAND ...: runs it and shows what it printed when it fails alone.
+quietly() {
+  local log status=0
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 || status=$?
+  [ $status -eq 0 ] || cat "$log" >&2
+  rm -f "$log"
+  return $status
+}
+
 # build PRESET [TARGET ...]: configures when needed and builds, quietly unless something fails.
 build() {
-  local log preset=$1
+  local preset=$1
   shift
-  log=$(mktemp)
-  if { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
-    cmake --build --preset "$preset" ${1:+--target "$@"} >>"$log" 2>&1; then
-    rm -f "$log"
-  else
-    cat "$log" >&2
-    rm -f "$log"
-    return 1
-  fi
+  [ -f "build/$preset/build.ninja" ] || quietly cmake --preset "$preset" || return
+  quietly cmake --build --preset "$preset" ${1:+--target "$@"}
 }

@@ -25,9 +25,9 @@ struct Options {
   bool json = false;
 };
 
-// What comes with the program stands in folders beside the program's own.
-fs::path Beside(const char* folder, const char* file) {
-  return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / folder / file;
+// What comes with the program, by its path from the program's folder.
+std::string Beside(const char* path) {
+  return (fs::read_symlink("/proc/self/exe").parent_path() / path).lexically_normal().string();
 }
 
 // Shows how far a run of several models has come, on a terminal alone.
@@ -109,16 +109,17 @@ int main(int argc, char** argv) {
   Options options;
   CLI::App app("Reports the product manufacturing information of QIF 3.0 models", "pmi_report");
   app.add_option("MODEL", options.models, "QIF documents (default: the bundled model)");
-  app.add_option("--plugin", options.plugin, "The plug-in to load (default: the one built here)");
+  app.add_option("--plugin", options.plugin, "The plug-in to load (default: the one that comes with the program)");
   app.add_flag("--json", options.json,
                "Print JSON: one document, or one a line when several models are named");
+  app.set_version_flag("--version", "pmi_report " VERSION);
   CLI11_PARSE(app, argc, argv);
   try {
     if (options.models.empty()) {
-      options.models.push_back(Beside("share", "mounting_bracket.qif").string());
+      options.models.push_back(Beside(BUNDLED_MODEL));
     }
     if (options.plugin.empty()) {
-      options.plugin = Beside("lib", "libKOVAOrvoPMIExporter.so").string();
+      options.plugin = Beside(PLUGIN);
     }
     return Run(options);
   } catch (const PluginError& error) {

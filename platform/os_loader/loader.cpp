@@ -8,7 +8,11 @@ std::atomic<long> threadCallsDisabled{0};
 
 }  // namespace loader_state
 
-int DisableThreadLibraryCalls(LoaderModule /*module*/) {
+#ifndef _WIN32
+
+BOOL DisableThreadLibraryCalls(HINSTANCE /*module*/) {
   ++loader_state::threadCallsDisabled;
-  return 1;
+  return TRUE;
 }
+
+#endif

@@ -2,14 +2,29 @@
 
 // The operating system's library loader.
 
-using LoaderModule = void*;
+#ifdef _WIN32
+
+#define NOMINMAX 1  // as the standard library defines it
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+#else
+
+using BOOL = int;
+using DWORD = unsigned int;
+using HINSTANCE = void*;
+using LPVOID = void*;
+constexpr BOOL TRUE = 1;
+#define WINAPI
 
 // Why a library's load entry point is called.
-constexpr unsigned long kProcessAttach = 1;
-constexpr unsigned long kProcessDetach = 0;
+constexpr DWORD DLL_PROCESS_ATTACH = 1;
+constexpr DWORD DLL_PROCESS_DETACH = 0;
 
 // Asks the system not to tell the library of threads that start and end. Non-zero on success.
-int DisableThreadLibraryCalls(LoaderModule module);
+BOOL WINAPI DisableThreadLibraryCalls(HINSTANCE module);
 
 // A library's load entry point, defined by the library; non-zero on success.
-extern "C" int LibraryEntry(LoaderModule module, unsigned long reason, void* reserved);
+extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID reserved);
+
+#endif

@@ -3,7 +3,7 @@
 
 namespace {
 
-__attribute__((constructor)) void Attach() { LibraryEntry(nullptr, kProcessAttach, nullptr); }
-__attribute__((destructor)) void Detach() { LibraryEntry(nullptr, kProcessDetach, nullptr); }
+__attribute__((constructor)) void Attach() { DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr); }
+__attribute__((destructor)) void Detach() { DllMain(nullptr, DLL_PROCESS_DETACH, nullptr); }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "KernelMemoryManager.h"
 #include "os_loader/loader.h"
 
-extern "C" int LibraryEntry(LoaderModule module, unsigned long reason, void* /*reserved*/) {
-  if (reason == kProcessAttach) DisableThreadLibraryCalls(module);
-  return 1;
+extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID /*reserved*/) {
+  if (reason == DLL_PROCESS_ATTACH) DisableThreadLibraryCalls(module);
+  return TRUE;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-// Calls of the global operator new, in all its forms, by this thread since it began. They are
-// counted in every program that AllocationCounter.cpp is part of.
+// Calls of the global operator new by this thread since it began, but for storage aligned beyond
+// the usual, which nothing here asks for. They are counted in every program that
+// AllocationCounter.cpp is part of; on Windows without those of the shared libraries.
 long CountAllocations();
 
 // Lets the n-th of them from now on fail, once, while it lives.

@@ -77,7 +77,7 @@ TEST(IdentifierHashMapTable, WalksByPositionWhateverTheOrderOfInsertion) {
   EXPECT_FALSE(map.Add(Key(33), {}));
   // By the own hash these start at 12, 7, 2 and 0.
   IdentifierHashMap own(12, true);
-  for (const std::uintptr_t key : {0xffffffff80000000, 0x10UL, 0x7f0012345678UL, 0UL}) {
+  for (const std::uintptr_t key : {0xffffffff80000000ULL, 0x10ULL, 0x7f0012345678ULL, 0ULL}) {
     own.Add(Key(key), {});
   }
   EXPECT_THAT(Numbers(KeysOf(own)), ElementsAre(0, 0x7f0012345678, 0x10, 0xffffffff80000000));

@@ -159,6 +159,15 @@ TEST(Properties, AreHiddenOnlyWhenTheModelSaysSo) {
   }
 }
 
+// Texts in an encoding of two bytes for the first letter, and how the C locale reads the first.
+#ifdef _WIN32  // which has no UTF-8
+constexpr char kLocale[] = ".932", kText[] = "\x81\x7e 8", kCutText[] = "cut \x81";
+constexpr wchar_t kWideText[] = L"\u00d7 8", kTextInC[] = L"\x81\x7e 8";
+#else
+constexpr char kLocale[] = "C.UTF-8", kText[] = "\u00d7 8 \U0001d54f", kCutText[] = "cut \xc3";
+constexpr wchar_t kWideText[] = L"\u00d7 8 \U0001d54f", kTextInC[] = L"";  // no text at all
+#endif
+
 TEST(Properties, ReadWideAndNarrowNamesOfAnyLength) {
   const std::wstring untouched = SentinelString().GetText();
   Part part;
@@ -169,19 +178,19 @@ TEST(Properties, ReadWideAndNarrowNamesOfAnyLength) {
     return part.Make<ATTRIB_GEN_STRING>(&part.Face(), "ATTRIB_XORVO_NAME", name).owner();
   };
   std::string twoBytesEach;
-  for (int i = 0; i < 2000; ++i) twoBytesEach += "\u00d8";
+  for (int i = 0; i < 2000; ++i) twoBytesEach.append(kText, 2);
   const std::vector<std::pair<ENTITY*, std::wstring>> kNames = {
-      {wide(L"Hole \u00d88"), L"Hole \u00d88"},
+      {wide(L"Hole \u00d7 8 \U0001d54f"), L"Hole \u00d7 8 \U0001d54f"},
       {wide(std::wstring(5000, L'w').c_str()), std::wstring(5000, L'w')},
       {wide(L""), untouched},
       {wide(nullptr), untouched},
       {&part.Face(), untouched},
-      {narrow("\u00d88 \U0001d54f"), L"\u00d88 \U0001d54f"},
+      {narrow(kText), kWideText},
       {narrow(std::string(1023, 'n').c_str()), std::wstring(1023, L'n')},
       {narrow(std::string(1024, 'n').c_str()), std::wstring(1024, L'n')},
-      {narrow(twoBytesEach.c_str()), std::wstring(2000, L'\u00d8')},
+      {narrow(twoBytesEach.c_str()), std::wstring(2000, L'\u00d7')},
       {narrow(""), L""},
-      {narrow("cut \xc3"), L""},
+      {narrow(kCutText), L""},
       {narrow(nullptr), untouched}};
   const auto exporter = Export(part);
   const auto expectName = [&](ENTITY* entity, const std::wstring& expected) {
@@ -189,7 +198,7 @@ TEST(Properties, ReadWideAndNarrowNamesOfAnyLength) {
     EXPECT_THAT(exporter->GetAnnotationName(Naming(entity), name), IsSuccess());
     EXPECT_THAT(name, Reads(expected)) << expected.size();
   };
-  ASSERT_NE(std::setlocale(LC_ALL, "C.UTF-8"), nullptr);
+  ASSERT_NE(std::setlocale(LC_ALL, kLocale), nullptr);
   for (const auto& [entity, expected] : kNames) expectName(entity, expected);
   for (const bool afterWork : {false, true}) {  // a failed lookup spoils a narrow name alone
     for (const std::size_t i : {0u, 5u}) {
@@ -198,7 +207,7 @@ TEST(Properties, ReadWideAndNarrowNamesOfAnyLength) {
     }
   }
   std::setlocale(LC_ALL, "C");
-  expectName(kNames[5].first, L"");  // not a text in this encoding
+  expectName(kNames[5].first, kTextInC);
 }
 
 // A frame by its C++ class alone.

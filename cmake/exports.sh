@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# Fails unless a library shows the two classes, the factory and the marker alone; a DLL also has to
+# tell the system's own loader to leave it alone: cmake/exports.sh LIBRARY.
+set -eu
+need() { grep -qE "$1" <<<"$2" || { echo "missing: $1" >&2 && exit 1; }; }
+
+case $1 in
+*.dll)
+  tables=$(x86_64-w64-mingw32-objdump -p "$1")
+  names=$(sed -n '/^\[Ordinal\/Name Pointer\] Table/,/^$/s/^\t\[ *[0-9]*\] //p' <<<"$tables")
+  need '[[:space:]]DisableThreadLibraryCalls$' "$tables"
+  ;;
+*) names=$(nm -D --defined-only --format=posix "$1" | cut -d ' ' -f 1) ;;
+esac
+names=$(c++filt <<<"$names")
+for class in KOVAOrvoPMIExporter KOVAOrvoPMIAttributeExporter; do
+  need "^vtable for $class\$" "$names"
+  need "^$class::~$class\\(\\)\$" "$names"
+done
+classes='^((vtable|typeinfo|typeinfo name) for )?KOVAOrvoPMI(Attribute)?Exporter(::.*)?$'
+diff - <(grep -vE "$classes" <<<"$names" | LC_ALL=C sort) <<'END'
+KOVACreateOrvoPMIExporter
+MERIDAN_WORKS_RQF5_INTERNAL_KOVAOrvoPMIExporter
+END

@@ -29,6 +29,8 @@ const Row rows[] = {
      1.25},
     {"dense", "index of a dense model, per annotation", "map entry, its plane, two lists, plainly",
      2},
+    {"dense_unread", "index of a dense model, per annotation", "the same, planes read from nowhere",
+     2},
     {"growth_planes", "building, annotations doubled, with planes", "half the size", 2.2},
     {"growth_null", "building, annotations doubled, null view", "half the size", 2.2},
     {"walk", "walking everything, annotations doubled", "half the size", 2.2},

@@ -63,9 +63,14 @@ void Delete(const std::vector<PLANE*>& planes) {
 
 using Placed = std::pair<ENTITY*, const KOVAPMI_DISPLAY_PROPERTIES*>;
 
-// One entry of an ordered map with a one-element list, one plane where the display properties say,
-// two lists of one identifier.
-double RecordsSeconds(const std::vector<Placed>& annotations) {
+PLANE* PlaneWhereDisplaySays(const KOVAPMI_DISPLAY_PROPERTIES& display) {
+  return PlaneInBareBracket(display.get_disp_pt(), display.get_disp_plane_normal(),
+                            display.get_primary_direction());
+}
+PLANE* PlaneSomewhere() { return PlaneInBareBracket({1, 2, 3}, {0, 0, 1}, {1, 0, 0}); }
+
+// One entry of an ordered map with a one-element list, one plane, two lists of one identifier.
+double RecordsSeconds(const std::vector<Placed>& annotations, bool placed) {
   std::map<ENTITY*, std::vector<ENTITY*>> owners;
   std::vector<std::vector<KOVAIdentifier>> lists;
   std::vector<PLANE*> planes;
@@ -76,8 +81,7 @@ double RecordsSeconds(const std::vector<Placed>& annotations) {
       const KOVAIdentifier identifier(annotation, "annotation", nullptr, "ENTITY",
                                       KOVAIdentifierCastHandle(nullptr));
       owners[annotation] = {annotation};
-      planes.push_back(PlaneInBareBracket(display->get_disp_pt(), display->get_disp_plane_normal(),
-                                          display->get_primary_direction()));
+      planes.push_back(placed ? PlaneWhereDisplaySays(*display) : PlaneSomewhere());
       lists.push_back({identifier});
       lists.push_back({identifier});
     }
@@ -92,7 +96,7 @@ standin::Part& DensePart() {
                    [] { return models::Dense(kDense, models::kPlainKinds, models::InPlanes); });
 }
 
-void Dense(benchmark::State& state) {
+void Dense(benchmark::State& state, bool placed) {
   auto& part = DensePart();
   std::vector<Placed> annotations;
   for (ENTITY* entity : part.GetEntities()) {
@@ -105,7 +109,7 @@ void Dense(benchmark::State& state) {
   }
   Compare(
       state, kDense, [&] { return BuildSeconds(part) - TraversalSeconds(part); },
-      [&] { return RecordsSeconds(annotations); });
+      [&] { return RecordsSeconds(annotations, placed); });
 }
 
 void Destroy(benchmark::State& state) {
@@ -118,9 +122,7 @@ void Destroy(benchmark::State& state) {
       },
       [] {
         ENTITY_LIST planes;
-        for (int i = 0; i < kDense; ++i) {
-          planes.add(PlaneInBareBracket({1, 2, 3}, {0, 0, 1}, {1, 0, 0}));
-        }
+        for (int i = 0; i < kDense; ++i) planes.add(PlaneSomewhere());
         return Time([&] { api_del_entity_list(planes); });
       });
 }
@@ -181,7 +183,8 @@ double WalkSeconds(KOVAPMIExporter& exporter) {
 
 int main(int argc, char** argv) {
   measure::Register("sparse:1000000", 9, Sparse);
-  measure::Register("dense:100000", 9, Dense);
+  measure::Register("dense:100000", 9, [](auto& state) { Dense(state, true); });
+  measure::Register("dense_unread:100000", 9, [](auto& state) { Dense(state, false); });
   measure::Register("destroy:100000", 9, Destroy);
   for (const Placement placement : {models::InPlanes, models::InNullView}) {
     const std::string shape = placement == models::InPlanes ? "planes" : "null";

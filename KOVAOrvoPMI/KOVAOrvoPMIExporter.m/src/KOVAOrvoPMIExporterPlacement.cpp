@@ -7,6 +7,14 @@
 
 namespace {
 
+// A view plane's frame, as the plane stores it.
+struct Frame {
+  QENposition origin;
+  QENvector normal;
+  QENvector xAxis;
+  QENvector yAxis;
+};
+
 template <typename Triple>
 void Narrow(const Triple& from, float* to) {
   to[0] = static_cast<float>(from.x());
@@ -81,14 +89,12 @@ KOVAResult KOVAOrvoPMIExporter::GetViewCoordinateSystem(const KOVAIdentifier& vi
   if (!initialized) return NotInitialised;
   // A plane is taken as one only when it is a view of this exporter.
   if (view.GetNativeObject() == nullptr || viewAnnotationMap.Find(view) == nullptr) return Failure;
-  QENposition origin;
-  QENvector normal;
-  QENvector xAxis;
-  QENvector yAxis;
-  GetPlaneParameters(*static_cast<const PLANE*>(EntityOf(view)), origin, normal, xAxis, yAxis);
-  Narrow(origin, frame);
-  Narrow(xAxis, frame + 3);
-  Narrow(yAxis, frame + 6);
+  Frame of;
+  GetPlaneParameters(*static_cast<const PLANE*>(EntityOf(view)), of.origin, of.normal, of.xAxis,
+                     of.yAxis);
+  Narrow(of.origin, frame);
+  Narrow(of.xAxis, frame + 3);
+  Narrow(of.yAxis, frame + 6);
   return Success;
 }
 
@@ -107,14 +113,11 @@ KOVAResult KOVAOrvoPMIExporter::GetAnnotationPositionInView(const KOVAIdentifier
                HasNamedAttribute(&entity, kCalloutTypeAttribute)) {
       GetDimensionAnnotFromCalloutAnnot(&entity, placement);
     }
-    QENposition origin;
-    QENvector normal;
-    QENvector xAxis;
-    QENvector yAxis;
-    result = GetAnnotPlaneParameters(placement, origin, normal, xAxis, yAxis);
+    Frame view;
+    result = GetAnnotPlaneParameters(placement, view.origin, view.normal, view.xAxis, view.yAxis);
     if (!result.IsSuccess()) return result;
     double uv[2];
-    InvertPointOnPlane(origin, xAxis, yAxis, display->get_disp_pt(), uv);
+    InvertPointOnPlane(view.origin, view.xAxis, view.yAxis, display->get_disp_pt(), uv);
     position[0] = static_cast<float>(uv[0]);
     position[1] = static_cast<float>(uv[1]);
     return Success;
@@ -130,16 +133,13 @@ KOVAResult KOVAOrvoPMIExporter::GetAnnotationZDepth(const KOVAIdentifier& annota
     if (!result.IsSuccess()) return result;
     KOVAIdentifier placement = annotation;
     if (IsKind<KOVAPMI_DATUMTGT>(&entity)) GetDatumFeatureAnnotFromDatumTarget(&entity, placement);
-    QENposition origin;
-    QENvector normal;
-    QENvector xAxis;
-    QENvector yAxis;
-    result = GetAnnotPlaneParameters(placement, origin, normal, xAxis, yAxis);
+    Frame view;
+    result = GetAnnotPlaneParameters(placement, view.origin, view.normal, view.xAxis, view.yAxis);
     if (!result.IsSuccess()) return result;
     const QENposition point = display->get_disp_pt();
     double uv[2];
-    InvertPointOnPlane(origin, xAxis, yAxis, point, uv);
-    const QENposition foot = origin + uv[0] * xAxis + uv[1] * yAxis;
+    InvertPointOnPlane(view.origin, view.xAxis, view.yAxis, point, uv);
+    const QENposition foot = view.origin + uv[0] * view.xAxis + uv[1] * view.yAxis;
     const QENvector away = point - foot;
     depth = static_cast<float>(std::sqrt(dot(away, away)));
     return Success;

@@ -109,7 +109,8 @@ int main(int argc, char** argv) {
   Options options;
   CLI::App app("Reports the product manufacturing information of QIF 3.0 models", "pmi_report");
   app.add_option("MODEL", options.models, "QIF documents (default: the bundled model)");
-  app.add_option("--plugin", options.plugin, "The plug-in to load (default: the one that comes with the program)");
+  app.add_option("--plugin", options.plugin,
+                 "The plug-in to load (default: the one that comes with the program)");
   app.add_flag("--json", options.json,
                "Print JSON: one document, or one a line when several models are named");
   app.set_version_flag("--version", "pmi_report " VERSION);

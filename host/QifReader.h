@@ -32,6 +32,7 @@ struct SourceLabel {
   std::string label;  // the document's label, or its id when it gives none
 };
 
+// A model, with what the document says about it and what of it is missing.
 struct QifModel {
   std::unique_ptr<standin::Part> part;                  // owns every entity of the model
   std::vector<SkippedItem> skipped;                     // in the order in which the reader met them

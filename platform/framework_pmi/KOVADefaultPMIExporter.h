@@ -5,6 +5,7 @@
 // Answers every query with the framework's default: 0x1000005, outputs untouched.
 class KOVADefaultPMIExporter : public KOVAPMIExporterExtended {
  public:
+  // REQUIRES: `document` outlives the exporter.
   explicit KOVADefaultPMIExporter(KOVADocument& document) : KOVAPMIExporterExtended(document) {}
   ~KOVADefaultPMIExporter() override;
 

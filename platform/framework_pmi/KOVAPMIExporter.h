@@ -23,13 +23,18 @@
 // point to stays the model's.
 class KOVAPMIExporter : public KOVAExportRepresentation {
  public:
-  // Type names of identifiers, by the kind of object that they name.
+  // The type name of an annotation's identifier.
   static const char* const KOVAPMITypeAnnotation;
+  // The type name of a view's identifier.
   static const char* const KOVAPMITypeAnnotationView;
+  // The type name of a text's identifier.
   static const char* const KOVAPMITypeText;
+  // The type name of a datum reference, and of a datum reference frame (ISO 5459).
   static const char* const KOVAPMITypeDatumRef;
+  // The type name of a tolerance row's zone modifier.
   static const char* const KOVAPMITypeZoneModifierData;
 
+  // REQUIRES: `document` outlives the exporter.
   explicit KOVAPMIExporter(KOVADocument& document) : KOVAExportRepresentation(document) {}
   ~KOVAPMIExporter() override;
 
@@ -217,12 +222,18 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   virtual KOVAResult GetZoneModifierData(const KOVAIdentifier& modifier,
                                          KOVAPMIToleranceModifier& type, bool& hasMagnitude,
                                          double& magnitude) = 0;
-  // The notes around the frame; a failure when the tolerance has no note.
+  // The note before the frame; like the five others a failure, and `note` untouched, when the
+  // tolerance carries no notes.
   virtual KOVAResult GetBeforeToleranceNote(const KOVAIdentifier& annotation, KOVAString& note) = 0;
+  // The note after the frame.
   virtual KOVAResult GetAfterToleranceNote(const KOVAIdentifier& annotation, KOVAString& note) = 0;
+  // The note above the frame.
   virtual KOVAResult GetUpperToleranceNote(const KOVAIdentifier& annotation, KOVAString& note) = 0;
+  // The note below the frame.
   virtual KOVAResult GetLowerToleranceNote(const KOVAIdentifier& annotation, KOVAString& note) = 0;
+  // The prefix of the frame's text.
   virtual KOVAResult GetPrefixToleranceNote(const KOVAIdentifier& annotation, KOVAString& note) = 0;
+  // The suffix of the frame's text.
   virtual KOVAResult GetSuffixToleranceNote(const KOVAIdentifier& annotation, KOVAString& note) = 0;
 
   // --- Datums and datum targets (ASME Y14.5, ISO 5459) -----------------------------------------
@@ -255,9 +266,10 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The surfaces that the symbol speaks of.
   virtual KOVAResult GetRoughnessApplicability(
       const KOVAIdentifier& annotation, KOVAPMIRoughnessApplicabilityType& applicability) = 0;
-  // The number of the symbol's fields, and the text of one.
+  // The number of the symbol's fields.
   virtual KOVAResult GetRoughnessFieldCount(const KOVAIdentifier& annotation,
                                             unsigned int& count) = 0;
+  // The text of one field, counted from 0. Fails outside.
   virtual KOVAResult GetRoughnessFieldAt(const KOVAIdentifier& annotation, unsigned int index,
                                          KOVAString& field) = 0;
 
@@ -291,22 +303,30 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // --- Older forms that a representation may leave out -----------------------------------------
 
-  // They leave their outputs untouched and answer 0x1000005 where they are left out.
+  // Where they are left out, they answer 0x1000005 and leave their outputs untouched.
+
+  // Whether a dimension drives the geometry.
   virtual KOVAResult IsDrivingDimension(const KOVAIdentifier& annotation, bool& driving) = 0;
+  // A value that is shown in place of the measured one, and its kind.
   virtual KOVAResult GetDimensionFakeValue(const KOVAIdentifier& annotation, int& kind,
                                            KOVAString& value) = 0;
+  // The number of modifiers of a tolerance, or of its composite row.
   virtual KOVAResult GetAnnotationToleranceModifierCount(const KOVAIdentifier& annotation,
                                                          int& count, bool composite) = 0;
+  // One of these modifiers, counted from 0.
   virtual KOVAResult GetAnnotationToleranceModifier(const KOVAIdentifier& annotation, int index,
                                                     KOVAPMIToleranceModifier& modifier) = 0;
+  // The datum reference frame of a tolerance, or of its composite row, and its note.
   virtual KOVAResult GetAnnotationAssociatedRefFrame(const KOVAIdentifier& annotation,
                                                      KOVAString& note, KOVAIdentifier& frame,
                                                      bool composite) = 0;
+  // Type and values of a tolerance of one row. Lengths in model length units.
   virtual KOVAResult GetToleranceInfo(const KOVAIdentifier& annotation, KOVAPMIToleranceType& type,
                                       KOVAPMIToleranceValueType& valueType, double& magnitude,
                                       double& refinement, double& rateUnit1, double& rateUnit2,
                                       double& projected, double& maximum, bool& allAround,
                                       KOVAString& note, bool& composite) = 0;
+  // The values of the second row of a composite tolerance. Lengths in model length units.
   virtual KOVAResult GetCompositeToleranceInfo(const KOVAIdentifier& annotation,
                                                KOVAPMIToleranceValueType& valueType,
                                                double& magnitude, double& refinement,
@@ -316,6 +336,7 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 // The framework's place for queries added later.
 class KOVAPMIExporterExtended : public KOVAPMIExporter {
  public:
+  // REQUIRES: `document` outlives the exporter.
   explicit KOVAPMIExporterExtended(KOVADocument& document) : KOVAPMIExporter(document) {}
   ~KOVAPMIExporterExtended() override;
 };

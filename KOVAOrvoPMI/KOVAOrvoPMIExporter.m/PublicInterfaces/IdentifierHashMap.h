@@ -24,8 +24,11 @@
 // and not the insertions. Not safe for use from two threads at once.
 class IdentifierHashMap {
  public:
+  // What a key stands for.
   using List = std::vector<KOVAIdentifier>;
+  // Gives the same number for keys that are the same.
   using HashFunction = std::uint32_t (*)(const KOVAIdentifier& key);
+  // Whether two keys are the same.
   using EqualFunction = bool (*)(const KOVAIdentifier& a, const KOVAIdentifier& b);
 
   // Room for `expectedSize` keys. Null functions stand for hash and equality of the native object.
@@ -77,6 +80,7 @@ class IdentifierHashMap {
   // Forgets every pair; the table is that of a map made for 12.
   void Clear();
 
+  // The number of pairs.
   int Count() const;
   // Positions of the table.
   int PositionCount() const { return occupied_.Count(); }

@@ -4,9 +4,16 @@
 #include "framework_core/KOVAAttributeExporter.h"
 
 // Attributes of single objects: all as the framework answers them, but for the current state.
+//
+//   KOVAAttributeExporter* attributes = nullptr;
+//   bool current = false;
+//   if (exporter->GetAttributeExporter(attributes).IsSuccess()) {
+//     attributes->GetCurrentState(annotation, current);
+//   }
 class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIAttributeExporter : public KOVAQALAttributeExporter {
  public:
   KOVAOrvoPMIAttributeExporter();
+  // One more of the same; there is nothing to copy.
   KOVAOrvoPMIAttributeExporter(const KOVAOrvoPMIAttributeExporter& other);
   // Copies nothing.
   KOVAOrvoPMIAttributeExporter& operator=(const KOVAOrvoPMIAttributeExporter& other);

@@ -69,14 +69,12 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   // then what the framework left there.
   KOVAResult GetPID(const KOVAIdentifier& identifier, KOVAString& pid) override;
 
-  // --- The annotation set
-  // -------------------------------------------------------------------------
+  // --- The annotation set ---
 
   KOVAResult GetAnnotationSetCount(int& count) override;
   KOVAResult GetAnnotationSet(int index, KOVAIdentifier& set) override;
 
-  // --- Navigation
-  // ---------------------------------------------------------------------------------
+  // --- Navigation ---
 
   KOVAResult GetAnnotationViewCount(const KOVAIdentifier& set, int& count) override;
   KOVAResult GetAnnotationView(const KOVAIdentifier& set, int index, KOVAIdentifier& view) override;
@@ -84,31 +82,27 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVAResult GetCalloutAnnotationAt(const KOVAIdentifier& annotation, int index,
                                     KOVAIdentifier& callout) override;
 
-  // --- Placement
-  // ----------------------------------------------------------------------------------
+  // --- Placement ---
 
   KOVAResult GetViewCoordinateSystem(const KOVAIdentifier& view, float* frame) override;
   KOVAResult GetAnnotationPositionInView(const KOVAIdentifier& annotation, float* position,
                                          KOVAPMIOrientation& orientation, float& angle) override;
   KOVAResult GetAnnotationZDepth(const KOVAIdentifier& annotation, float& depth) override;
 
-  // --- Annotations of a view
-  // ----------------------------------------------------------------------
+  // --- Annotations of a view ---
 
   KOVAResult GetViewAnnotationCount(const KOVAIdentifier& view, int& count) override;
   KOVAResult GetViewAnnotation(const KOVAIdentifier& view, int index,
                                KOVAIdentifier& annotation) override;
 
-  // --- What every annotation has
-  // ------------------------------------------------------------------
+  // --- What every annotation has ---
 
   KOVAResult GetAnnotationName(const KOVAIdentifier& annotation, KOVAString& name) override;
   KOVAResult GetAnnotationType(const KOVAIdentifier& annotation,
                                KOVAPMIAnnotationType& type) override;
   KOVAResult IsAnnotationHidden(const KOVAIdentifier& annotation, bool& hidden) override;
 
-  // --- Leaders
-  // ------------------------------------------------------------------------------------
+  // --- Leaders ---
 
   KOVAResult GetAnnotationLeaderCount(const KOVAIdentifier& annotation, int& count) override;
   KOVAResult GetAnnotationLeader(const KOVAIdentifier& annotation, int index,
@@ -116,8 +110,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVAResult GetLeaderPointCount(const KOVAIdentifier& leader, int& count) override;
   KOVAResult GetLeader3DPoint(const KOVAIdentifier& leader, int index, double* point) override;
 
-  // --- Texts and geometry of an annotation
-  // --------------------------------------------------------
+  // --- Texts and geometry of an annotation ---
 
   KOVAResult GetAnnotationTextCount(const KOVAIdentifier& annotation, int& count) override;
   KOVAResult GetAnnotationText(const KOVAIdentifier& annotation, int index,
@@ -127,8 +120,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVAResult GetEntityFromAnnotationAt(const KOVAIdentifier& annotation, int index,
                                        KOVAIdentifiers& entities) override;
 
-  // --- Dimensions
-  // ---------------------------------------------------------------------------------
+  // --- Dimensions ---
 
   KOVAResult GetDimensionType(const KOVAIdentifier& annotation,
                               KOVAPMIDimensionType& type) override;
@@ -153,8 +145,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
                                KOVAString& upper, KOVAString& lower, KOVAString& holeCallout,
                                KOVAString& below) override;
 
-  // --- Text and font
-  // ------------------------------------------------------------------------------
+  // --- Text and font ---
 
   KOVAResult GetTextString(const KOVAIdentifier& text, KOVAString& string) override;
   KOVAResult GetTextFont(const KOVAIdentifier& text, KOVAPMIFont& font, KOVAString& fontName,
@@ -162,8 +153,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
                          bool& strikeThrough, bool& overline, float& ratio, float& slant,
                          double* const colour) override;
 
-  // --- Geometric tolerances and datum reference frames
-  // --------------------------------------------
+  // --- Geometric tolerances and datum reference frames ---
 
   KOVAResult GetAnnotationToleranceModifiers(const KOVAIdentifier& annotation, int row,
                                              KOVAIdentifiers& modifiers) override;
@@ -191,8 +181,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVAResult GetPrefixToleranceNote(const KOVAIdentifier& annotation, KOVAString& note) override;
   KOVAResult GetSuffixToleranceNote(const KOVAIdentifier& annotation, KOVAString& note) override;
 
-  // --- Datums and datum targets
-  // -------------------------------------------------------------------
+  // --- Datums and datum targets ---
 
   KOVAResult GetDatumLabel(const KOVAIdentifier& datum, KOVAString& label) override;
   KOVAResult GetDatumTargetCount(const KOVAIdentifier& datum, unsigned int& count) override;
@@ -203,8 +192,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
                                 bool& movable, KOVAString& size, KOVAString& note,
                                 double* const position1, double* const position2) override;
 
-  // --- Surface texture
-  // ----------------------------------------------------------------------------
+  // --- Surface texture ---
 
   KOVAResult GetRoughnessObtention(const KOVAIdentifier& annotation,
                                    KOVAPMIRoughnessObtentionType& obtention) override;
@@ -214,8 +202,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVAResult GetRoughnessFieldAt(const KOVAIdentifier& annotation, unsigned int index,
                                  KOVAString& field) override;
 
-  // --- Captures
-  // -----------------------------------------------------------------------------------
+  // --- Captures ---
 
   KOVAResult GetCaptureCount(const KOVAIdentifier& set, unsigned int& count) override;
   KOVAResult GetCapture(const KOVAIdentifier& set, unsigned int& index,
@@ -231,8 +218,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVAResult HasClippingPlane(const KOVAIdentifier& capture, bool& has) override;
   KOVAResult GetActiveView(const KOVAIdentifier& capture, float* plane) override;
 
-  // --- Not implemented: 0x1000005, nothing looked at, nothing written
-  // -----------------------------
+  // --- Not implemented: 0x1000005, nothing looked at, nothing written ---
 
   KOVAResult IsDrivingDimension(const KOVAIdentifier& annotation, bool& driving) override;
   KOVAResult GetDimensionFakeValue(const KOVAIdentifier& annotation, int& kind,

@@ -7,14 +7,18 @@
 // The base library's untyped growable array: `count` elements of `elementSize` bytes each stand
 // behind the header.
 struct alignas(std::max_align_t) KOVAArrayHeader {
+  // Elements in the array.
   int count;
+  // Elements that fit without growing.
   int room;
+  // Bytes of an element.
   int elementSize;
 };
 
 // Told by kovaArrayFree to release the elements before their storage goes.
 class KOVAArrayFreeCallback {
  public:
+  // Destroys every element; the storage stays.
   virtual void ReleaseElements() = 0;
 
  protected:
@@ -55,6 +59,7 @@ class KOVADynamicArray : public KOVAArrayFreeCallback {
   }
   ~KOVADynamicArray() override { kovaArrayFree(array_, this); }
 
+  // Elements in the array.
   int Count() const { return kovaArrayCount(array_); }
 
   // Appends `element`. Throws std::bad_alloc and leaves the array as it was.
@@ -69,8 +74,10 @@ class KOVADynamicArray : public KOVAArrayFreeCallback {
 
   // REQUIRES: 0 <= index < Count().
   T& operator[](int index) { return static_cast<T*>(kovaArrayData(array_))[index]; }
+  // REQUIRES: 0 <= index < Count().
   const T& operator[](int index) const { return static_cast<T*>(kovaArrayData(array_))[index]; }
 
+  // Exchanges the elements and the room of both.
   void Swap(KOVADynamicArray& other) noexcept { std::swap(array_, other.array_); }
 
  private:

@@ -12,6 +12,7 @@ class KOVAUnrecoverableError : public std::exception {
 class KOVAAllocException : public KOVAUnrecoverableError {
  public:
   ~KOVAAllocException() override;
+  // One line of text.
   const char* what() const noexcept override;
 };
 
@@ -19,5 +20,6 @@ class KOVAAllocException : public KOVAUnrecoverableError {
 class KOVAAbortException : public KOVAUnrecoverableError {
  public:
   ~KOVAAbortException() override;
+  // One line of text.
   const char* what() const noexcept override;
 };

@@ -11,7 +11,9 @@ class KOVAReferenceCount {
   KOVAReferenceCount& operator=(const KOVAReferenceCount&) = delete;
   virtual ~KOVAReferenceCount();
 
+  // Counts one reference more.
   virtual void RaiseReference();
+  // Counts one reference less; the last one deletes the object.
   virtual void LowerReference();
 
  private:

@@ -3,14 +3,18 @@
 // The framework's result value: a long code, 0 for success.
 class KOVAResult {
  public:
+  // Zero is success; every other code a failure.
   explicit constexpr KOVAResult(long code = 0) noexcept : code_(code) {}
 
+  // Takes another code.
   KOVAResult& operator=(long code) noexcept {
     code_ = code;
     return *this;
   }
 
+  // Whether the code is 0.
   constexpr bool IsSuccess() const noexcept { return code_ == 0; }
+  // The code.
   constexpr long GetCode() const noexcept { return code_; }
 
   // Success when either side is a success; otherwise this keeps its own code.

@@ -5,7 +5,9 @@
 // The state behind the two framework switches. No part of what the plug-in may use.
 namespace framework_switches {
 
+// What KOVAHashOption answers.
 extern std::atomic<bool> useStdHash;
+// What KOVAQalOrvoDepthCounter answers.
 extern std::atomic<bool> propagateAccessViolations;
 
 }  // namespace framework_switches

@@ -10,6 +10,7 @@ class KOVAIdentifier {
  public:
   // The empty identifier.
   KOVAIdentifier() : cast_(nullptr) {}
+  // An identifier of these components. REQUIRES: the names outlive it.
   KOVAIdentifier(void* nativeObject, const char* typeName, KOVARepresentation* representation,
                  const char* nativeTypeName, const KOVAIdentifierCastHandle& cast)
       : nativeObject_(nativeObject),
@@ -23,13 +24,20 @@ class KOVAIdentifier {
   KOVAIdentifier& operator=(KOVAIdentifier&&) noexcept = default;
   virtual ~KOVAIdentifier() = default;
 
+  // The object in the model, or null.
   void* GetNativeObject() const noexcept { return nativeObject_; }
+  // The framework's name of its kind, or null.
   const char* GetTypeName() const noexcept { return typeName_; }
+  // The representation that handed it out, or null.
   KOVARepresentation* GetRepresentation() const noexcept { return representation_; }
+  // The name of its class in the model, or null.
   const char* GetNativeTypeName() const noexcept { return nativeTypeName_; }
 
+  // Names another object.
   void SetNativeObject(void* nativeObject) noexcept { nativeObject_ = nativeObject; }
+  // REQUIRES: `typeName` outlives the identifier.
   void SetTypeName(const char* typeName) noexcept { typeName_ = typeName; }
+  // REQUIRES: `name` outlives the identifier.
   void SetNativeTypeName(const char* name) noexcept { nativeTypeName_ = name; }
 
   // True unless native object, type name, representation and native type name are all absent.

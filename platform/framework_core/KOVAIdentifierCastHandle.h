@@ -10,10 +10,14 @@ class KOVAIdentifierCast : public KOVAReferenceCount {};
 // Shares a cast between identifiers; may hold none.
 class KOVAIdentifierCastHandle {
  public:
+  // Shares `cast`, which may be null.
   explicit KOVAIdentifierCastHandle(KOVAIdentifierCast* cast) : cast_(cast) { Raise(); }
+  // Shares what the other one holds.
   KOVAIdentifierCastHandle(const KOVAIdentifierCastHandle& other) : cast_(other.cast_) { Raise(); }
+  // Takes over what the other one holds.
   KOVAIdentifierCastHandle(KOVAIdentifierCastHandle&& other) noexcept
       : cast_(std::exchange(other.cast_, nullptr)) {}
+  // Holds what the other one does, and lets go of its own.
   KOVAIdentifierCastHandle& operator=(KOVAIdentifierCastHandle other) noexcept {
     std::swap(cast_, other.cast_);
     return *this;

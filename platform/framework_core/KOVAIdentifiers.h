@@ -10,6 +10,7 @@ class KOVAIdentifiers {
   // Appends a copy. Throws std::bad_alloc and leaves the list as it was.
   void add(const KOVAIdentifier& identifier) { identifiers_.push_back(identifier); }
 
+  // Identifiers in the list.
   int count() const noexcept { return static_cast<int>(identifiers_.size()); }
   // REQUIRES: 0 <= index < count().
   const KOVAIdentifier& at(int index) const {

@@ -13,6 +13,7 @@ class KOVARepType {
  public:
   // `name` is a constant that outlives the type.
   explicit KOVARepType(const char* name) : name_(name) {}
+  // The name, as it was given.
   const char* GetName() const noexcept { return name_; }
 
  private:
@@ -53,6 +54,7 @@ class KOVARepresentation : public KOVAReferenceCount {
 // A representation that the framework reads a model through.
 class KOVAExportRepresentation : public KOVARepresentation {
  public:
+  // REQUIRES: `document` outlives the representation.
   explicit KOVAExportRepresentation(KOVADocument& document) : KOVARepresentation(document) {}
   ~KOVAExportRepresentation() override;
 
@@ -73,6 +75,7 @@ class KOVAExportRepresentation : public KOVARepresentation {
 
   // False after construction.
   bool IsPreProcessed() const noexcept { return preProcessed_; }
+  // Sets the flag for good.
   void SetPreProcessed() noexcept { preProcessed_ = true; }
 
  private:

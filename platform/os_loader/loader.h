@@ -4,8 +4,12 @@
 
 #ifdef _WIN32
 
-#define NOMINMAX 1  // as the standard library defines it
-#define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
+#define NOMINMAX 1
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN 1
+#endif
 #include <windows.h>
 
 #else

@@ -40,6 +40,7 @@ class IdentifierHashMap {
   ~IdentifierHashMap();
 
   // Stores the pair when the key is absent; whether it did. On std::bad_alloc nothing is stored.
+  // REQUIRES: `key` is no part of this map.
   bool Add(const KOVAIdentifier& key, List list);
   // Copies the key's list out; whether the key was found. `list` is untouched when not.
   bool Lookup(const KOVAIdentifier& key, List& list) const;
@@ -77,7 +78,8 @@ class IdentifierHashMap {
     }
   }
 
-  // Forgets every pair; the table is that of a map made for 12.
+  // Forgets every pair; the table is that of a map made for 12. CAVEAT: a map made for fewer needs
+  // memory for it, and can't be used any more when there is none.
   void Clear();
 
   // The number of pairs.
@@ -103,6 +105,10 @@ class IdentifierHashMap {
 
   // Eight flags as bits, the first one lowest.
   static std::uint64_t EightFlags(const bool* occupied) {
+    static_assert(sizeof(bool) == 1, "a flag is a byte");
+#ifdef __BYTE_ORDER__
+    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first flag is the lowest byte");
+#endif
     std::uint64_t bytes;
     std::memcpy(&bytes, occupied, sizeof bytes);
     return bytes * 0x0102040810204080U >> 56;

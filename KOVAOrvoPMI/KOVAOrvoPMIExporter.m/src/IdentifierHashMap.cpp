@@ -134,9 +134,9 @@ void IdentifierHashMap::Grow() {
 
 // What an unoccupied position holds is empty: the pair is built over it, with nothing to release.
 void IdentifierHashMap::Occupy(int position, const KOVAIdentifier& key, List&& list) {
-  occupied_[position] = true;
   new (&keys_[position]) KOVAIdentifier(key);
   new (&lists_[position]) List(std::move(list));
+  occupied_[position] = true;
   ++pairCount_;
 }
 

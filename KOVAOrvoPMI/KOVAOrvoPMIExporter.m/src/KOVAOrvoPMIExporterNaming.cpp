@@ -1,4 +1,5 @@
 // Names and identifiers of entities.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
@@ -73,8 +74,9 @@ bool KOVAOrvoPMIExporter::UseEntityName(ENTITY* entity, Use use) {
   }
   const char* value = NarrowValue(attribute);
   if (found.error_number() != 0 || value == nullptr) return false;
-  // No text converts into more wide characters than it has bytes.
-  std::vector<wchar_t> converted(std::strlen(value) + 1);
+  // A text that can't be converted gives a count with all bits set; it becomes an empty one.
+  const std::size_t room = std::mbstowcs(nullptr, value, 0) + 1;
+  std::vector<wchar_t> converted(std::max<std::size_t>(room, 1));
   CopyFromMBCS(value, converted.data());
   use(converted.data());
   return true;

@@ -61,7 +61,7 @@ void Delete(const std::vector<PLANE*>& planes) {
   api_del_entity_list(list);
 }
 
-using Placed = std::pair<ENTITY*, const KOVAPMI_DISPLAY_PROPERTIES*>;
+using Placed = std::pair<ENTITY*, KOVAPMI_DISPLAY_PROPERTIES*>;
 
 PLANE* PlaneWhereDisplaySays(const KOVAPMI_DISPLAY_PROPERTIES& display) {
   return PlaneInBareBracket(display.get_disp_pt(), display.get_disp_plane_normal(),
@@ -102,9 +102,7 @@ void Dense(benchmark::State& state, bool placed) {
   for (ENTITY* entity : part.GetEntities()) {
     if (is_FACE(entity) != 1) continue;
     for (ATTRIB* a = entity->first_attribute(); a != nullptr; a = a->next_attribute()) {
-      KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
-      FindDisplayProperties(a, display);
-      annotations.emplace_back(a, display);
+      annotations.emplace_back(a, FindDisplayProperties(a));
     }
   }
   Compare(

@@ -12,7 +12,7 @@ std::unique_ptr<KOVAOrvoPMIExporter> Made(EveryKind& model) {
 }
 
 // Lets the n-th allocation of `work` fail for n = 1, 2, 3 … until none does; how many there were.
-// Each raises, and leaves the process and the model as they were.
+// Each raises, unless it meets the destructor, and leaves the process and the model as they were.
 template <typename MakeFault, typename Work>
 long Sweep(EveryKind& model, MakeFault makeFault, Work work) {
   const auto before = Balance();
@@ -28,7 +28,7 @@ long Sweep(EveryKind& model, MakeFault makeFault, Work work) {
       }
       fired = fault.HasFired();
     }
-    EXPECT_EQ(raised, fired) << n;
+    EXPECT_LE(raised, fired) << n;
     EXPECT_EQ(Balance(), before) << n;
     EXPECT_EQ(FingerprintOf(model.part), print) << n;
     if (!fired || testing::Test::HasFailure()) return n - 1;

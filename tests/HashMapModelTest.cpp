@@ -59,10 +59,7 @@ class HashMapModel {
       if (static_cast<double>(model_.size() + 1) > positions_ * 0.75) positions_ *= 2;
       ASSERT_EQ(map_.Add(key, list), !present);
       model_.emplace(key.GetNativeObject(), ObjectsOf(list));
-    } else if (kind == 2) {
-      ASSERT_EQ(map_.Append(key, value), present);
-      if (present) model_[key.GetNativeObject()].push_back(value.GetNativeObject());
-    } else if (kind == 3) {
+    } else if (kind <= 3) {
       ASSERT_EQ(map_.Replace(key, list), present);
       if (present) model_[key.GetNativeObject()] = ObjectsOf(list);
     } else if (kind == 4) {

@@ -109,7 +109,9 @@ struct ExporterInsides {
   }
   static KOVAResult Register(KOVAOrvoPMIExporter& exporter, const KOVAIdentifier& view,
                              const KOVAIdentifier& annotation) {
-    return exporter.InitialiseViewVsAnnotationMap(view, annotation);
+    const KOVAResult result = exporter.InitialiseViewVsAnnotationMap(view, annotation);
+    exporter.SortReverseIndexes();
+    return result;
   }
   static KOVAResult InitializeCapture(KOVAOrvoPMIExporter& exporter, ENTITY*& capture) {
     return exporter.InitializeCapture(capture);

@@ -1,21 +1,19 @@
 #pragma once
 
-#include <initializer_list>
 #include <map>
-#include <utility>
 #include <vector>
 
 #include "IdentifierHashMap.h"
 #include "KOVAOrvoPMIAttributeExporter.h"
 #include "KOVAOrvoPMIExporterExport.h"
+#include "ReverseIndex.h"
 #include "framework_pmi/KOVADefaultPMIExporter.h"
-#include "orvo_kernel/lists.h"
 
 class ENTITY;
+class ENTITY_LIST;
 class KOVAPMI_DATUM;
 class KOVAPMI_DATUMTGT;
 class KOVAPMI_DISPLAY_PROPERTIES;
-class KOVAPMI_NOTE;
 class PLANE;
 class QENGROUP;
 class QENposition;
@@ -248,31 +246,30 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   friend struct ExporterInsides;
 
   using Owners = std::vector<ENTITY*>;
+  struct Frame;
 
-  // The shape of a query about one object: initialised, native object, kind, answer.
+  // The shape of a query about one object: initialised, native object, answer. For an object that
+  // has no type test of its own.
+  template <typename Object, typename Answer>
+  KOVAResult AnswerFromObject(const KOVAIdentifier& identifier, Answer answer);
+  // The same for an object of one kind.
   template <typename Kind, typename Answer>
   KOVAResult AnswerFrom(const KOVAIdentifier& identifier, Answer answer);
-  // The same for an object without a type test of its own.
-  template <typename Kind, typename Answer>
-  KOVAResult AnswerFromUntested(const KOVAIdentifier& identifier, Answer answer);
-
-  // The same for a datum and a datum target, reached through their attributes or directly.
-  template <typename Answer>
-  KOVAResult AnswerFromDatum(const KOVAIdentifier& identifier, Answer answer);
-  template <typename Answer>
-  KOVAResult AnswerFromDatumTarget(const KOVAIdentifier& identifier, Answer answer);
-  KOVAResult GetToleranceNote(const KOVAIdentifier& annotation,
-                              const wchar_t* (KOVAPMI_NOTE::*text)() const, KOVAString& output);
+  // The same for a datum or a datum target, which `resolve` finds behind the identifier.
+  template <typename Object, typename Answer>
+  KOVAResult AnswerFromDatum(const KOVAIdentifier& identifier,
+                             KOVAResult (KOVAOrvoPMIExporter::*resolve)(const KOVAIdentifier&,
+                                                                        Object*&),
+                             Answer answer);
+  template <typename Text>
+  KOVAResult GetToleranceNote(const KOVAIdentifier& annotation, KOVAString& output, Text text);
 
   // Gives back everything, in the order of destruction.
-  void Release();
+  KOVA_ORVO_PMI_INTERNAL void Release();
+  KOVA_ORVO_PMI_INTERNAL void DeleteViewPlanes();
 
-  // The scan: which entities to look at.
-  void ScanEntity(ENTITY* entity, KOVAResult& result);
-  void ScanTopology(ENTITY* entity, KOVAResult& result);
-  void ScanGroup(QENGROUP* group, KOVAResult& result);
-
-  // The scan: what hangs on an entity, and what that is attached to.
+  // The scan: what hangs on an entity, and what that is attached to. `ENTITY*&` parameters are
+  // given by the framework's way of declaring these operations; none is changed.
   KOVAResult InitializeAnnotationSetFromEntities(ENTITY*& entity);
   KOVAResult GetOwnerList(ENTITY*& entity, Owners& owners);
   KOVAResult InitializeDimension(ENTITY*& dimension);
@@ -284,11 +281,16 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
 
   // The scan: the records of annotations.
   KOVAResult InitializeAnnotationFromAttributes(ENTITY_LIST const& entities, Owners owners);
-  void InitializeAnnotation(ENTITY* entity, Owners entityOwners);
+  KOVA_ORVO_PMI_INTERNAL void InitializeAnnotation(ENTITY* entity, const Owners& owners);
+  // The plane that display properties describe, or null when they describe none. The exporter owns
+  // it, also when making it ends with an exception.
+  KOVA_ORVO_PMI_INTERNAL ENTITY* MakeViewPlane(KOVAPMI_DISPLAY_PROPERTIES& display);
   KOVAResult InitialiseViewVsAnnotationMap(KOVAIdentifier const& view,
                                            KOVAIdentifier const& annotation);
+  // Makes the reverse indexes fit for use; needs no memory.
+  KOVA_ORVO_PMI_INTERNAL void SortReverseIndexes();
   // The collectors append every attribute that is exactly of their class, once, in chain order, and
-  // answer whether `found` holds anything.
+  // return true if `found` then holds anything.
   bool GetTextAttribute(ENTITY const* entity, ENTITY_LIST& found);
   bool GetFlagNoteAttribute(ENTITY const* entity, ENTITY_LIST& found);
   bool GetRoughnessAttribute(ENTITY const* entity, ENTITY_LIST& found);
@@ -296,19 +298,17 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   bool GetDatumTargetAttribute(ENTITY const* entity, ENTITY_LIST& found);
   bool GetGeomtolAttribute(ENTITY const* entity, ENTITY_LIST& found);
 
-  // Objects behind annotations.
+  // Objects behind annotations. `display` is null when it is passed in.
   KOVAResult GetDisplayInformation(ENTITY const* entity, KOVAPMI_DISPLAY_PROPERTIES*& display);
   KOVAResult GetDatumFeatureFromAnnotation(const KOVAIdentifier& annotation, KOVAPMI_DATUM*& datum);
   KOVAResult GetDatumTargetFromAnnotation(const KOVAIdentifier& annotation,
                                           KOVAPMI_DATUMTGT*& target);
 
-  // Calls use(text) with the entity's name; whether it has one.
-  template <typename Use>
-  bool UseEntityName(ENTITY* entity, Use use);
-  // The entity's name in a new array, which the caller releases with delete[]; on false `name` is
-  // untouched.
+  // The entity's name in a new array, which the caller releases with delete[]. When it returns
+  // false, `name` is untouched.
   bool GetEntityNameW(ENTITY* entity, wchar_t*& name);
-  // Multibyte to wide under the process's locale. REQUIRES: room for the text and its terminator.
+  // Multibyte to wide under the process's locale. REQUIRES: `destination` holds the converted text
+  // and its terminator.
   bool CopyFromMBCS(const char* const source, wchar_t* const destination);
 
   // Plane frames and projection. Axes as stored, not normalised.
@@ -318,9 +318,12 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
                                      QENvector& normal, QENvector& xAxis, QENvector& yAxis);
   KOVAResult InvertPointOnPlane(const QENposition& origin, const QENvector& xAxis,
                                 const QENvector& yAxis, const QENposition& point, double* out);
-  // Writes points in the frame of an annotation's own view; x and y when that view has no plane.
-  void WriteInViewOf(const KOVAIdentifier& annotation,
-                     std::initializer_list<std::pair<const QENposition*, float*>> points);
+  KOVA_ORVO_PMI_INTERNAL KOVAResult GetFrame(const KOVAIdentifier& annotation, Frame& frame);
+  KOVA_ORVO_PMI_INTERNAL KOVAResult GetPlace(const KOVAIdentifier& annotation,
+                                             bool redirectsCallouts, QENposition& point,
+                                             Frame& frame);
+  KOVA_ORVO_PMI_INTERNAL void WriteInView(const QENposition& point, const Frame* view,
+                                          float* output);
   KOVAResult GetDimensionAnnotFromCalloutAnnot(ENTITY* callout, KOVAIdentifier& placement);
   KOVAResult GetDatumFeatureAnnotFromDatumTarget(ENTITY* target, KOVAIdentifier& placement);
 
@@ -335,6 +338,8 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   std::map<ENTITY*, ENTITY*> datumTargetDatumMap;       // target -> annotation it was reached from
   std::map<ENTITY*, ENTITY*> datumAnnotationMap;        // datum -> the attribute that carries it
   std::map<ENTITY*, ENTITY*> datumTargetAnnotationMap;  // target -> the attribute that carries it
-  // Every plane made for a view, so that giving them back needs no memory.
-  ENTITY_LIST viewPlanes;
+
+  ReverseIndex planesOfAnnotations_;   // annotation -> the planes of the views that hold it
+  ReverseIndex dimensionsOfCallouts_;  // callout -> the dimensions that list it
+  std::vector<ENTITY*> viewPlanes_;    // owned: every plane made for a view, or null
 };

@@ -3,6 +3,6 @@
 class ENTITY;
 class KOVAPMI_DISPLAY_PROPERTIES;
 
-// The display properties of an annotation, a datum or a datum target, into `display`, null included
-// when it carries none. For an absent object and one of any other kind `display` is untouched.
-void FindDisplayProperties(const ENTITY* entity, KOVAPMI_DISPLAY_PROPERTIES*& display);
+// The display properties of an annotation, a datum or a datum target. Null when it has none, for an
+// object of any other kind and for a null entity.
+KOVAPMI_DISPLAY_PROPERTIES* FindDisplayProperties(ENTITY* entity);

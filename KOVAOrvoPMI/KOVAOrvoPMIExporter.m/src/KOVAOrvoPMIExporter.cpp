@@ -1,5 +1,5 @@
 // Lifecycle and the annotation set.
-#include "KOVAOrvoPMIExporter.h"
+#include <new>
 
 #include "QueryShape.h"
 #include "orvo_kernel/api.h"
@@ -37,12 +37,31 @@ void KOVAOrvoPMIExporter::Release() {
   annotationOwnerMap.clear();
   viewAnnotationMap.Clear();
   annotationViews.clear();
-  if (viewPlanes.count() > 0) api_del_entity_list(viewPlanes);
+  DeleteViewPlanes();
   datumTargetDatumMap.clear();
   datumAnnotationMap.clear();
   datumTargetAnnotationMap.clear();
   delete annotationSet;
   annotationSet = nullptr;
+}
+
+// One call deletes all planes. When there is no memory to list them all, those listed so far go
+// first; when twice in a row not one can be listed, the rest stays in the model, since an exception
+// that leaves a destructor would end the process.
+void KOVAOrvoPMIExporter::DeleteViewPlanes() {
+  auto next = viewPlanes_.begin();
+  for (int failures = 0; next != viewPlanes_.end() && failures < 2;) {
+    ENTITY_LIST planes;
+    try {
+      for (; next != viewPlanes_.end(); ++next) {
+        if (*next != nullptr) planes.add(*next);
+      }
+    } catch (const std::bad_alloc&) {
+    }
+    failures = planes.iteration_count() == 0 ? failures + 1 : 0;
+    if (failures == 0) api_del_entity_list(planes);
+  }
+  viewPlanes_.clear();
 }
 
 KOVAResult KOVAOrvoPMIExporter::DoPreProcess() {

@@ -1,22 +1,12 @@
 // Captures: members, camera, hidden text, clipping plane.
+#include "Coordinates.h"
 #include "QueryShape.h"
 #include "orvo_kernel/geometry.h"
 #include "pmi_importer/KOVAOrvoPMIEnumUtils.h"
 
-namespace {
-
-template <typename Triple, typename Number>
-void Copy(const Triple& from, Number* to) {
-  to[0] = static_cast<Number>(from.x());
-  to[1] = static_cast<Number>(from.y());
-  to[2] = static_cast<Number>(from.z());
-}
-
-}  // namespace
-
 KOVAResult KOVAOrvoPMIExporter::InitializeCapture(ENTITY*& capture) {
   captures.push_back(BareIdentifier(capture));
-  return Failure;  // a capture alone makes no success of a scan
+  return Failure;  // captures only do not make a scan a success
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetCaptureCount(const KOVAIdentifier& set, unsigned int& count) {
@@ -48,7 +38,7 @@ KOVAResult KOVAOrvoPMIExporter::GetCaptureEntityCount(const KOVAIdentifier& capt
 KOVAResult KOVAOrvoPMIExporter::GetCaptureEntity(const KOVAIdentifier& capture, unsigned int& index,
                                                  KOVAIdentifier& entity) {
   return AnswerFrom<KOVAPMI_CAPTURE>(capture, [&](KOVAPMI_CAPTURE& found) {
-    const ENTITY_LIST& members = found.GetMembers();
+    auto&& members = found.GetMembers();
     members.init();
     ENTITY* member = members.next();
     for (unsigned int step = 0; step < index && member != nullptr; ++step) member = members.next();
@@ -65,7 +55,7 @@ KOVAResult KOVAOrvoPMIExporter::GetCaptureCameraData(const KOVAIdentifier& captu
                                                      double* viewDirectionNormal, double& viewAngle,
                                                      double& zoom) {
   return AnswerFrom<KOVAPMI_CAPTURE>(capture, [&](KOVAPMI_CAPTURE& found) {
-    const KOVAPMI_CAMERA* camera = found.GetCamera();
+    KOVAPMI_CAMERA* camera = found.GetCamera();
     if (camera == nullptr) return Failure;
     const wchar_t* cameraName = nullptr;
     camera->GetName(cameraName);
@@ -83,10 +73,10 @@ KOVAResult KOVAOrvoPMIExporter::GetCaptureCameraData(const KOVAIdentifier& captu
     camera->GetViewDirectionNormal(normal);
     name = std::move(nameCopy);
     type = KOVAOrvoPMIEnumUtils::ToEnum(cameraType);
-    Copy(cameraOrigin, origin);
-    Copy(cameraTarget, target);
-    Copy(direction, viewDirection);
-    Copy(normal, viewDirectionNormal);
+    CopyCoordinates(cameraOrigin, origin);
+    CopyCoordinates(cameraTarget, target);
+    CopyCoordinates(direction, viewDirection);
+    CopyCoordinates(normal, viewDirectionNormal);
     return Success;
   });
 }
@@ -111,13 +101,13 @@ KOVAResult KOVAOrvoPMIExporter::HasClippingPlane(const KOVAIdentifier& capture, 
 
 KOVAResult KOVAOrvoPMIExporter::GetActiveView(const KOVAIdentifier& capture, float* plane) {
   return AnswerFrom<KOVAPMI_CAPTURE>(capture, [&](KOVAPMI_CAPTURE& found) {
-    const KOVAPMI_CLIPPINGPLANE* clipping = found.GetClippingPlane();
+    KOVAPMI_CLIPPINGPLANE* clipping = found.GetClippingPlane();
     if (clipping == nullptr) return Failure;
     QENposition point;
     QENvector normal;
     clipping->GetClippingPlaneData(point, normal);
-    Copy(point, plane);
-    Copy(normal, plane + 3);
+    CopyCoordinates(point, plane);
+    CopyCoordinates(normal, plane + 3);
     return Success;
   });
 }

@@ -14,7 +14,7 @@ KOVAResult KOVAOrvoPMIExporter::GetDatumReferences(const KOVAIdentifier& frame,
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumReferenceLabel(const KOVAIdentifier& reference,
                                                        KOVAString& label) {
-  return AnswerFromUntested<KOVAPMI_DREF>(reference, [&](KOVAPMI_DREF& found) {
+  return AnswerFromObject<KOVAPMI_DREF>(reference, [&](KOVAPMI_DREF& found) {
     label = KOVAString(found.get_wnote());
     return Success;
   });
@@ -22,7 +22,7 @@ KOVAResult KOVAOrvoPMIExporter::GetDatumReferenceLabel(const KOVAIdentifier& ref
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumReferenceDatumCount(const KOVAIdentifier& reference,
                                                             int& count) {
-  return AnswerFromUntested<KOVAPMI_DREF>(reference, [&](KOVAPMI_DREF& found) {
+  return AnswerFromObject<KOVAPMI_DREF>(reference, [&](KOVAPMI_DREF& found) {
     count = found.GetModifiedDatumCount();
     return Success;
   });
@@ -31,11 +31,12 @@ KOVAResult KOVAOrvoPMIExporter::GetDatumReferenceDatumCount(const KOVAIdentifier
 KOVAResult KOVAOrvoPMIExporter::GetDatumAt(const KOVAIdentifier& reference, int index,
                                            KOVAIdentifier& datum, KOVAIdentifier& /*owner*/,
                                            KOVAIdentifiers& modifiers) {
-  return AnswerFromUntested<KOVAPMI_DREF>(reference, [&](KOVAPMI_DREF& found) {
+  return AnswerFromObject<KOVAPMI_DREF>(reference, [&](KOVAPMI_DREF& found) {
     KOVAPMI_MODIFIED_DATUM* modified = nullptr;
     if (found.GetDatumAt(index, modified) != 1 || modified == nullptr) return Failure;
     if (KOVAPMI_DATUM* named = modified->GetDatum()) {
-      BecomeAnnotation(CarrierOf(named, datumAnnotationMap), datum);
+      ENTITY* carrier = LinkedTo(named, datumAnnotationMap);
+      BecomeAnnotation(carrier != nullptr ? carrier : named, datum);
     }
     const int count = modified->GetModifierCount();
     for (int i = 0; i < count; ++i) AddZoneModifier(modified->GetZoneModifierAt(i), modifiers);

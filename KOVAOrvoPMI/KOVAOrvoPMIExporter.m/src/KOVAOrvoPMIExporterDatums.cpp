@@ -1,82 +1,108 @@
 // Datums and datum targets.
+#include "Coordinates.h"
 #include "QueryShape.h"
 #include "orvo_kernel/geometry.h"
 #include "pmi_importer/KOVAOrvoPMIEnumUtils.h"
 
 namespace {
 
-void CopyCoordinates(const APOINT* point, double* output) {
-  if (point == nullptr) return;
-  const QENposition& coordinates = point->coordinates();
-  output[0] = coordinates.x();
-  output[1] = coordinates.y();
-  output[2] = coordinates.z();
+// The datum or target that an identifier names, directly or by the attribute that carries it, which
+// has to be exactly of its class.
+template <typename Attribute, typename Object, typename Carried>
+KOVAResult Resolve(const KOVAIdentifier& identifier, int attributeType, Carried carried,
+                   Object*& object) {
+  ENTITY* entity = EntityOf(identifier);
+  if (auto* attribute = As<Attribute>(entity)) {
+    if (attribute->identity(0) != attributeType) return Failure;
+    entity = carried(*attribute);
+  }
+  auto* found = As<Object>(entity);
+  if (found == nullptr) return Failure;
+  object = found;
+  return Success;
+}
+
+bool IsExact(KOVAPMI_DATUM& datum) { return datum.identity(0) == KOVAPMI_DATUM_TYPE; }
+bool IsExact(KOVAPMI_DATUMTGT& target) { return target.identity(0) == KOVAPMI_DATUMTGT_TYPE; }
+
+void CopyPoint(APOINT* point, double* output) {
+  if (point != nullptr) CopyCoordinates(point->coordinates(), output);
 }
 
 }  // namespace
 
-// CAVEAT: a datum of a derived class resolves, and is then not answered from: success, and nothing
-// written.
-template <typename Answer>
-KOVAResult KOVAOrvoPMIExporter::AnswerFromDatum(const KOVAIdentifier& identifier, Answer answer) {
-  if (!initialized) return NotInitialised;
-  KOVAPMI_DATUM* datum = nullptr;
-  const KOVAResult result = GetDatumFeatureFromAnnotation(identifier, datum);
-  if (!result.IsSuccess() || datum->identity(0) != KOVAPMI_DATUM_TYPE) return result;
-  return answer(*datum);
+KOVAResult KOVAOrvoPMIExporter::GetDatumFeatureFromAnnotation(const KOVAIdentifier& annotation,
+                                                              KOVAPMI_DATUM*& datum) {
+  return Resolve<ATTRIB_KOVAPMI_DATUM>(
+      annotation, ATTRIB_KOVAPMI_DATUM_TYPE,
+      [](ATTRIB_KOVAPMI_DATUM& attribute) { return attribute.get_datum(); }, datum);
 }
 
-// The same for a datum target.
-template <typename Answer>
-KOVAResult KOVAOrvoPMIExporter::AnswerFromDatumTarget(const KOVAIdentifier& identifier,
-                                                      Answer answer) {
+KOVAResult KOVAOrvoPMIExporter::GetDatumTargetFromAnnotation(const KOVAIdentifier& annotation,
+                                                             KOVAPMI_DATUMTGT*& target) {
+  return Resolve<ATTRIB_KOVAPMI_DATUM_TARGET>(
+      annotation, ATTRIB_KOVAPMI_DATUM_TARGET_TYPE,
+      [](ATTRIB_KOVAPMI_DATUM_TARGET& attribute) { return attribute.get_datum_target(); }, target);
+}
+
+// CAVEAT: an object of a derived class resolves, and is then not answered from: success, and
+// nothing written.
+template <typename Object, typename Answer>
+KOVAResult KOVAOrvoPMIExporter::AnswerFromDatum(
+    const KOVAIdentifier& identifier,
+    KOVAResult (KOVAOrvoPMIExporter::*resolve)(const KOVAIdentifier&, Object*&), Answer answer) {
   if (!initialized) return NotInitialised;
-  KOVAPMI_DATUMTGT* target = nullptr;
-  const KOVAResult result = GetDatumTargetFromAnnotation(identifier, target);
-  if (!result.IsSuccess() || target->identity(0) != KOVAPMI_DATUMTGT_TYPE) return result;
-  return answer(*target);
+  Object* object = nullptr;
+  const KOVAResult result = (this->*resolve)(identifier, object);
+  if (!result.IsSuccess() || !IsExact(*object)) return result;
+  return answer(*object);
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumLabel(const KOVAIdentifier& datum, KOVAString& label) {
-  return AnswerFromDatum(datum, [&](KOVAPMI_DATUM& found) {
-    label = KOVAString(found.get_wlabel());
-    return Success;
-  });
+  return AnswerFromDatum(datum, &KOVAOrvoPMIExporter::GetDatumFeatureFromAnnotation,
+                         [&](KOVAPMI_DATUM& found) {
+                           label = KOVAString(found.get_wlabel());
+                           return Success;
+                         });
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumTargetCount(const KOVAIdentifier& datum,
                                                     unsigned int& count) {
-  return AnswerFromDatum(datum, [&](KOVAPMI_DATUM& found) {
-    count = static_cast<unsigned int>(found.get_datumtgt_count());
-    return Success;
-  });
+  return AnswerFromDatum(datum, &KOVAOrvoPMIExporter::GetDatumFeatureFromAnnotation,
+                         [&](KOVAPMI_DATUM& found) {
+                           count = static_cast<unsigned int>(found.get_datumtgt_count());
+                           return Success;
+                         });
 }
 
 // Remembers which annotation the target was reached from and what owns the target's geometry.
 KOVAResult KOVAOrvoPMIExporter::GetDatumTargetAt(const KOVAIdentifier& datum, unsigned int& index,
                                                  KOVAIdentifier& target) {
-  return AnswerFromDatum(datum, [&](KOVAPMI_DATUM& found) {
-    KOVAResult result = Success;
-    if (index >= static_cast<unsigned int>(found.get_datumtgt_count())) return result;
-    KOVAPMI_DATUMTGT* handedOut = found.get_datumtgt_at(static_cast<int>(index));
-    if (handedOut == nullptr) return result;
-    datumTargetDatumMap[handedOut] = EntityOf(datum);
-    if (ENTITY* geometry = handedOut->get_geometry()) {
-      Owners owners;
-      result &= GetOwnerList(geometry, owners);
-      annotationOwnerMap[handedOut] = std::move(owners);
-    }
-    BecomeAnnotation(CarrierOf(handedOut, datumTargetAnnotationMap), target);
-    return result;
-  });
+  return AnswerFromDatum(
+      datum, &KOVAOrvoPMIExporter::GetDatumFeatureFromAnnotation, [&](KOVAPMI_DATUM& found) {
+        if (index >= static_cast<unsigned int>(found.get_datumtgt_count())) return Success;
+        KOVAPMI_DATUMTGT* handedOut = found.get_datumtgt_at(static_cast<int>(index));
+        if (handedOut == nullptr) return Success;
+        KOVAResult result = Success;
+        datumTargetDatumMap[handedOut] = EntityOf(datum);
+        if (ENTITY* geometry = handedOut->get_geometry()) {
+          Owners owners;
+          result &= GetOwnerList(geometry, owners);
+          annotationOwnerMap[handedOut] = std::move(owners);
+        }
+        ENTITY* carrier = LinkedTo(handedOut, datumTargetAnnotationMap);
+        BecomeAnnotation(carrier != nullptr ? carrier : handedOut, target);
+        return result;
+      });
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumTargetLabel(const KOVAIdentifier& target,
                                                     KOVAString& label) {
-  return AnswerFromDatumTarget(target, [&](KOVAPMI_DATUMTGT& found) {
-    label = KOVAString(found.get_wname());
-    return Success;
-  });
+  return AnswerFromDatum(target, &KOVAOrvoPMIExporter::GetDatumTargetFromAnnotation,
+                         [&](KOVAPMI_DATUMTGT& found) {
+                           label = KOVAString(found.get_wname());
+                           return Success;
+                         });
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumTargetInfo(const KOVAIdentifier& target,
@@ -84,11 +110,12 @@ KOVAResult KOVAOrvoPMIExporter::GetDatumTargetInfo(const KOVAIdentifier& target,
                                                    KOVAString& /*size*/, KOVAString& note,
                                                    double* const position1,
                                                    double* const position2) {
-  return AnswerFromDatumTarget(target, [&](KOVAPMI_DATUMTGT& found) {
-    type = KOVAOrvoPMIEnumUtils::ToEnum(found.get_datum_target_type());
-    note = KOVAString(found.get_wnote());
-    CopyCoordinates(found.get_position1(), position1);
-    CopyCoordinates(found.get_position2(), position2);
-    return Success;
-  });
+  return AnswerFromDatum(target, &KOVAOrvoPMIExporter::GetDatumTargetFromAnnotation,
+                         [&](KOVAPMI_DATUMTGT& found) {
+                           type = KOVAOrvoPMIEnumUtils::ToEnum(found.get_datum_target_type());
+                           note = KOVAString(found.get_wnote());
+                           CopyPoint(found.get_position1(), position1);
+                           CopyPoint(found.get_position2(), position2);
+                           return Success;
+                         });
 }

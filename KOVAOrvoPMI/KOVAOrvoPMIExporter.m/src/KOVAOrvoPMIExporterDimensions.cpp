@@ -1,7 +1,5 @@
-// Dimensions: kind, value, limits, texts, dimension line and extension lines.
-#include "NamedAttributes.h"
+// Dimensions: kind, value, limits and texts.
 #include "QueryShape.h"
-#include "orvo_kernel/geometry.h"
 #include "pmi_importer/KOVAOrvoPMIEnumUtils.h"
 
 KOVAResult KOVAOrvoPMIExporter::GetDimensionType(const KOVAIdentifier& annotation,
@@ -72,7 +70,7 @@ KOVAResult KOVAOrvoPMIExporter::GetDimensionTexts(const KOVAIdentifier& annotati
                                                   KOVAString& upper, KOVAString& lower,
                                                   KOVAString& holeCallout, KOVAString& below) {
   return AnswerFrom<KOVAPMI_DIMENSION>(annotation, [&](KOVAPMI_DIMENSION& dimension) {
-    if (const KOVAPMI_NOTE* note = dimension.GetDimensionNote()) {
+    if (KOVAPMI_NOTE* note = dimension.GetDimensionNote()) {
       prefix = KOVAString(note->GetPrefixNote());
       suffix = KOVAString(note->GetSuffixNote());
       before = KOVAString(note->GetBeforeNote());
@@ -82,51 +80,6 @@ KOVAResult KOVAOrvoPMIExporter::GetDimensionTexts(const KOVAIdentifier& annotati
       below = KOVAString(note->GetBelowNote());
     }
     holeCallout = KOVAString(dimension.GetHoleCalloutAlphaNumericValue());
-    return Success;
-  });
-}
-
-// A point in the frame of the dimension's own view; its model x and y when that view has no plane.
-void KOVAOrvoPMIExporter::WriteInViewOf(
-    const KOVAIdentifier& annotation,
-    std::initializer_list<std::pair<const QENposition*, float*>> points) {
-  QENposition origin;
-  QENvector normal;
-  QENvector xAxis;
-  QENvector yAxis;
-  const bool placed = GetAnnotPlaneParameters(annotation, origin, normal, xAxis, yAxis).IsSuccess();
-  for (const auto& [point, output] : points) {
-    double uv[2] = {point->x(), point->y()};
-    if (placed) InvertPointOnPlane(origin, xAxis, yAxis, *point, uv);
-    output[0] = static_cast<float>(uv[0]);
-    output[1] = static_cast<float>(uv[1]);
-  }
-}
-
-KOVAResult KOVAOrvoPMIExporter::GetDimensionExtensionLines(const KOVAIdentifier& annotation,
-                                                           float* first, float* second,
-                                                           float* third) {
-  return AnswerFrom<KOVAPMI_DIMENSION>(annotation, [&](KOVAPMI_DIMENSION& dimension) {
-    QENposition p1;
-    QENposition p2;
-    QENposition p3;
-    if (dimension.GetExtensionLines(p1, p2, p3) != 1) return Failure;
-    WriteInViewOf(annotation, {{&p1, first}, {&p2, second}, {&p3, third}});
-    return Success;
-  });
-}
-
-KOVAResult KOVAOrvoPMIExporter::GetDimensionLine(const KOVAIdentifier& annotation,
-                                                 KOVAPMIArrowSymbol& /*firstArrow*/,
-                                                 float* firstPoint,
-                                                 KOVAPMIArrowSymbol& /*secondArrow*/,
-                                                 float* secondPoint, bool& /*hasThirdPoint*/,
-                                                 float* /*thirdPoint*/) {
-  return AnswerFrom<KOVAPMI_DIMENSION>(annotation, [&](KOVAPMI_DIMENSION& dimension) {
-    QENposition e1;
-    QENposition e2;
-    if (dimension.get_dimension_line_extremities(e1, e2) != 1) return Failure;
-    WriteInViewOf(annotation, {{&e1, firstPoint}, {&e2, secondPoint}});
     return Success;
   });
 }

@@ -9,11 +9,11 @@
 int KOVACreateOrvoPMIExporter(KOVADocument* document, KOVAPMIExporter** exporter) {
   if (document == nullptr) {
     *exporter = nullptr;
-    return static_cast<int>(Failure.GetCode());
+    return static_cast<int>(kFailure);
   }
   auto* made = new (std::nothrow) KOVAOrvoPMIExporter(*document);
   *exporter = made;
-  return static_cast<int>((made != nullptr ? Success : Failure).GetCode());
+  return static_cast<int>(made != nullptr ? kSuccess : kFailure);
 }
 
 int MERIDAN_WORKS_RQF5_INTERNAL_KOVAOrvoPMIExporter() { return 1; }

@@ -1,10 +1,11 @@
 // Leaders and their points.
+#include "Coordinates.h"
 #include "QueryShape.h"
 #include "orvo_kernel/geometry.h"
 
 KOVAResult KOVAOrvoPMIExporter::GetAnnotationLeaderCount(const KOVAIdentifier& annotation,
                                                          int& count) {
-  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
+  return AnswerFromObject<ENTITY>(annotation, [&](ENTITY& entity) {
     KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
     const KOVAResult result = GetDisplayInformation(&entity, display);
     if (result.IsSuccess()) count = display->get_leaders().count();
@@ -14,18 +15,18 @@ KOVAResult KOVAOrvoPMIExporter::GetAnnotationLeaderCount(const KOVAIdentifier& a
 
 KOVAResult KOVAOrvoPMIExporter::GetAnnotationLeader(const KOVAIdentifier& annotation, int index,
                                                     KOVAIdentifier& leader) {
-  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
+  return AnswerFromObject<ENTITY>(annotation, [&](ENTITY& entity) {
     KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
     const KOVAResult result = GetDisplayInformation(&entity, display);
     if (!result.IsSuccess()) return result;
-    const VOID_LIST leaders = display->get_leaders();
+    VOID_LIST leaders = display->get_leaders();
     if (index < 0 || index >= leaders.count()) return Failure;
     if (void* found = leaders[index]) BecomeLeader(found, leader);
     return result;
   });
 }
 
-// The two point queries work from the leader alone, whatever the exporter's state.
+// The two point queries work from the leader only, whatever the exporter's state.
 KOVAResult KOVAOrvoPMIExporter::GetLeaderPointCount(const KOVAIdentifier& leader, int& count) {
   if (!leader.IsValid()) return Failure;
   count = 2;
@@ -37,10 +38,7 @@ KOVAResult KOVAOrvoPMIExporter::GetLeader3DPoint(const KOVAIdentifier& leader, i
   if (!leader.IsValid() || leader.GetNativeObject() == nullptr || !IsLeader(leader)) {
     return Failure;
   }
-  const auto* found = static_cast<const KOVAPMI_LEADER_GEN*>(leader.GetNativeObject());
-  const QENposition end = index == 0 ? found->get_tail_pt() : found->get_head_pt();
-  point[0] = end.x();
-  point[1] = end.y();
-  point[2] = end.z();
+  auto* found = static_cast<KOVAPMI_LEADER_GEN*>(leader.GetNativeObject());
+  CopyCoordinates(index == 0 ? found->get_tail_pt() : found->get_head_pt(), point);
   return Success;
 }

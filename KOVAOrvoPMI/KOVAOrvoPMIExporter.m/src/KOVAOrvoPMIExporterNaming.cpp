@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
+#include <memory>
 
 #include "QueryShape.h"
 #include "framework_orvo/KOVAOrvoDocument.h"
@@ -14,22 +15,24 @@ constexpr const char* kNameAttribute = "ATTRIB_XORVO_NAME";
 constexpr const char* kIdAttribute = "ATTRIB_XORVO_ID";
 
 // The value of a narrow string attribute; null for an attribute of another kind.
-const char* NarrowValue(const ATTRIB_GEN_NAME* attribute) {
-  if (is_ATTRIB_GEN_STRING(attribute) != 1) return nullptr;
-  return static_cast<const ATTRIB_GEN_STRING*>(attribute)->value();
+const char* NarrowValue(ATTRIB_GEN_NAME* attribute) {
+  if (attribute == nullptr || is_ATTRIB_GEN_STRING(attribute) != 1) return nullptr;
+  return static_cast<ATTRIB_GEN_STRING*>(attribute)->value();
 }
 
-wchar_t* NewCopy(const wchar_t* text) {
-  const std::size_t length = std::wcslen(text);
-  auto* copy = new wchar_t[length + 1];
-  std::wmemcpy(copy, text, length + 1);
+// A copy of the first `length` characters, terminated, for the caller to delete[].
+template <typename Character>
+Character* NewCopy(const Character* text, std::size_t length) {
+  auto* copy = new Character[length + 1];
+  std::copy_n(text, length, copy);
+  copy[length] = 0;
   return copy;
 }
 
 }  // namespace
 
 KOVAResult KOVAOrvoPMIExporter::GetPID(const KOVAIdentifier& identifier, KOVAString& pid) {
-  return AnswerFromUntested<ENTITY>(identifier, [&](ENTITY& entity) {
+  return AnswerFromObject<ENTITY>(identifier, [&](ENTITY& entity) {
     Ov_AttribTransfer::getID(&entity, pid);
     return Success;
   });
@@ -37,48 +40,45 @@ KOVAResult KOVAOrvoPMIExporter::GetPID(const KOVAIdentifier& identifier, KOVAStr
 
 KOVAResult KOVAOrvoPMIExporter::GetEntityID(ENTITY* entity, char*& id) {
   ATTRIB_GEN_NAME* attribute = nullptr;
-  const outcome found = api_find_named_attribute(entity, kIdAttribute, attribute);
+  outcome found = api_find_named_attribute(entity, kIdAttribute, attribute);
   id = nullptr;
   if (found.error_number() != 0) return Failure;
   const char* value = NarrowValue(attribute);
   if (value == nullptr) return Failure;
-  const std::size_t size = std::strlen(value) + 1;
-  id = new char[size];
-  std::memcpy(id, value, size);
+  id = NewCopy(value, std::strlen(value));
   return Success;
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetAnnotationName(const KOVAIdentifier& annotation,
                                                   KOVAString& name) {
-  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
-    UseEntityName(&entity, [&](const wchar_t* text) { name = KOVAString(text); });
+  return AnswerFromObject<ENTITY>(annotation, [&](ENTITY& entity) {
+    wchar_t* text = nullptr;
+    const bool named = GetEntityNameW(&entity, text);
+    const std::unique_ptr<wchar_t[]> textOwner(text);
+    if (named) name = KOVAString(text);
     return Success;
   });
 }
 
+// CAVEAT: the outcome of the look-up matters for a narrow name only.
 bool KOVAOrvoPMIExporter::GetEntityNameW(ENTITY* entity, wchar_t*& name) {
-  return UseEntityName(entity, [&](const wchar_t* text) { name = NewCopy(text); });
-}
-
-// CAVEAT: the outcome of the lookup matters for a narrow name alone.
-template <typename Use>
-bool KOVAOrvoPMIExporter::UseEntityName(ENTITY* entity, Use use) {
   ATTRIB_GEN_NAME* attribute = nullptr;
-  const outcome found = api_find_named_attribute(entity, kNameAttribute, attribute);
+  outcome found = api_find_named_attribute(entity, kNameAttribute, attribute);
   if (attribute == nullptr) return false;
   if (is_ATTRIB_GEN_WSTRING(attribute) != 0) {
     const wchar_t* value = static_cast<ATTRIB_GEN_WSTRING*>(attribute)->value();
     if (value == nullptr || *value == L'\0') return false;
-    use(value);
+    name = NewCopy(value, std::wcslen(value));
     return true;
   }
   const char* value = NarrowValue(attribute);
   if (found.error_number() != 0 || value == nullptr) return false;
-  // A text that can't be converted gives a count with all bits set; it becomes an empty one.
-  const std::size_t room = std::mbstowcs(nullptr, value, 0) + 1;
-  std::vector<wchar_t> converted(std::max<std::size_t>(room, 1));
-  CopyFromMBCS(value, converted.data());
-  use(converted.data());
+  // A text that can't be converted gives a count with all bits set; it becomes an empty one. A byte
+  // may become several wide characters in some encodings, so the bytes can't be counted instead.
+  const std::size_t size = std::mbstowcs(nullptr, value, 0) + 1;
+  std::unique_ptr<wchar_t[]> converted(new wchar_t[std::max<std::size_t>(size, 1)]);
+  CopyFromMBCS(value, converted.get());
+  name = converted.release();
   return true;
 }
 

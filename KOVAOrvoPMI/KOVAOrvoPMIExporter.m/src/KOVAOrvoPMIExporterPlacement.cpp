@@ -1,49 +1,25 @@
-// View planes, the projection of model points into them, and where annotations stand in them.
+// View planes, the projection of model points into them, and where annotations, dimension lines and
+// extension lines stand in them.
 #include <cmath>
 
+#include "Coordinates.h"
 #include "NamedAttributes.h"
 #include "QueryShape.h"
 #include "orvo_kernel/geometry.h"
 
-namespace {
-
 // A view plane's frame, as the plane stores it.
-struct Frame {
+struct KOVAOrvoPMIExporter::Frame {
   QENposition origin;
   QENvector normal;
   QENvector xAxis;
   QENvector yAxis;
 };
 
-template <typename Triple>
-void Narrow(const Triple& from, float* to) {
-  to[0] = static_cast<float>(from.x());
-  to[1] = static_cast<float>(from.y());
-  to[2] = static_cast<float>(from.z());
-}
+namespace {
 
-// Whether a view's list holds the annotation; the operands of the comparison stand in this order.
-bool Holds(const IdentifierHashMap::List& annotations, const KOVAIdentifier& annotation) {
-  // The same identifiers have the same native object, which is quickly told and rarely true.
-  const void* const object = annotation.GetNativeObject();
-  const KOVAIdentifier* const end = annotations.data() + annotations.size();
-  for (const KOVAIdentifier* candidate = annotations.data(); candidate != end; ++candidate) {
-    const bool rare = candidate->GetNativeObject() == object;
-    if (__builtin_expect(rare, 0) && *candidate == annotation) return true;
-  }
-  return false;
-}
-
-// A walk by definition: the plane of the first view, in the map's own order, that holds the
-// annotation and has one; or null.
-[[gnu::noinline]] const PLANE* PlaneOfViewThatHolds(const IdentifierHashMap& views,
-                                                    const KOVAIdentifier& annotation) {
-  const PLANE* viewPlane = nullptr;
-  views.Walk([&](const KOVAIdentifier& view, const IdentifierHashMap::List& annotations) {
-    if (Holds(annotations, annotation)) viewPlane = static_cast<const PLANE*>(EntityOf(view));
-    return viewPlane == nullptr;
-  });
-  return viewPlane;
+void Narrow(const double* uv, float* output) {
+  output[0] = static_cast<float>(uv[0]);
+  output[1] = static_cast<float>(uv[1]);
 }
 
 }  // namespace
@@ -51,7 +27,7 @@ bool Holds(const IdentifierHashMap::List& annotations, const KOVAIdentifier& ann
 KOVAResult KOVAOrvoPMIExporter::GetPlaneParameters(const PLANE& viewPlane, QENposition& origin,
                                                    QENvector& normal, QENvector& xAxis,
                                                    QENvector& yAxis) {
-  const plane& definition = viewPlane.equation();
+  const plane definition = Changeable(viewPlane).equation();
   origin = definition.root_point;
   normal = definition.normal;
   xAxis = definition.u_direction;
@@ -59,12 +35,19 @@ KOVAResult KOVAOrvoPMIExporter::GetPlaneParameters(const PLANE& viewPlane, QENpo
   return Success;
 }
 
+// The plane of the first view of a walk over the map that holds the annotation and has one. All
+// views hold an annotation under the same identifier, so one comparison decides for all.
 KOVAResult KOVAOrvoPMIExporter::GetAnnotPlaneParameters(KOVAIdentifier annotation,
                                                         QENposition& origin, QENvector& normal,
                                                         QENvector& xAxis, QENvector& yAxis) {
-  const PLANE* viewPlane = PlaneOfViewThatHolds(viewAnnotationMap, annotation);
-  if (viewPlane == nullptr) return Failure;
-  return GetPlaneParameters(*viewPlane, origin, normal, xAxis, yAxis);
+  ENTITY* entity = EntityOf(annotation);
+  auto* viewPlane = static_cast<ENTITY*>(planesOfAnnotations_.First(entity));
+  if (viewPlane == nullptr || !(AnnotationIdentifier(entity, this) == annotation)) return Failure;
+  return GetPlaneParameters(static_cast<PLANE&>(*viewPlane), origin, normal, xAxis, yAxis);
+}
+
+KOVAResult KOVAOrvoPMIExporter::GetFrame(const KOVAIdentifier& annotation, Frame& frame) {
+  return GetAnnotPlaneParameters(annotation, frame.origin, frame.normal, frame.xAxis, frame.yAxis);
 }
 
 // The least-squares solution of d = u X + v Y, in this order of operations.
@@ -86,84 +69,120 @@ KOVAResult KOVAOrvoPMIExporter::InvertPointOnPlane(const QENposition& origin,
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetViewCoordinateSystem(const KOVAIdentifier& view, float* frame) {
-  if (!initialized) return NotInitialised;
-  // A plane is taken as one only when it is a view of this exporter.
-  if (view.GetNativeObject() == nullptr || viewAnnotationMap.Find(view) == nullptr) return Failure;
-  Frame of;
-  GetPlaneParameters(*static_cast<const PLANE*>(EntityOf(view)), of.origin, of.normal, of.xAxis,
-                     of.yAxis);
-  Narrow(of.origin, frame);
-  Narrow(of.xAxis, frame + 3);
-  Narrow(of.yAxis, frame + 6);
-  return Success;
+  return AnswerFromObject<PLANE>(view, [&](PLANE& viewPlane) {
+    // An object is taken as a plane only when it is a view of this exporter.
+    if (viewAnnotationMap.Find(view) == nullptr) return Failure;
+    Frame of;
+    GetPlaneParameters(viewPlane, of.origin, of.normal, of.xAxis, of.yAxis);
+    CopyCoordinates(of.origin, frame);
+    CopyCoordinates(of.xAxis, frame + 3);
+    CopyCoordinates(of.yAxis, frame + 6);
+    return Success;
+  });
+}
+
+// An annotation's display point and the frame that it is placed in: that of its datum for a target,
+// that of its dimension for a callout when callouts are redirected, else its own.
+KOVAResult KOVAOrvoPMIExporter::GetPlace(const KOVAIdentifier& annotation, bool redirectsCallouts,
+                                         QENposition& point, Frame& frame) {
+  return AnswerFromObject<ENTITY>(annotation, [&](ENTITY& entity) {
+    KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
+    const KOVAResult result = GetDisplayInformation(&entity, display);
+    if (!result.IsSuccess()) return result;
+    KOVAIdentifier placement = annotation;
+    if (IsKind<KOVAPMI_DATUMTGT>(&entity)) {
+      GetDatumFeatureAnnotFromDatumTarget(&entity, placement);
+    } else if (redirectsCallouts && IsKind<KOVAPMI_DIMENSION>(&entity) &&
+               HasNamedAttribute(&entity, kCalloutTypeAttribute)) {
+      GetDimensionAnnotFromCalloutAnnot(&entity, placement);
+    }
+    point = display->get_disp_pt();
+    return GetFrame(placement, frame);
+  });
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetAnnotationPositionInView(const KOVAIdentifier& annotation,
                                                             float* position,
                                                             KOVAPMIOrientation& /*orientation*/,
                                                             float& /*angle*/) {
-  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
-    KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
-    KOVAResult result = GetDisplayInformation(&entity, display);
-    if (!result.IsSuccess()) return result;
-    KOVAIdentifier placement = annotation;
-    if (IsKind<KOVAPMI_DATUMTGT>(&entity)) {
-      GetDatumFeatureAnnotFromDatumTarget(&entity, placement);
-    } else if (IsKind<KOVAPMI_DIMENSION>(&entity) &&
-               HasNamedAttribute(&entity, kCalloutTypeAttribute)) {
-      GetDimensionAnnotFromCalloutAnnot(&entity, placement);
-    }
-    Frame view;
-    result = GetAnnotPlaneParameters(placement, view.origin, view.normal, view.xAxis, view.yAxis);
-    if (!result.IsSuccess()) return result;
-    double uv[2];
-    InvertPointOnPlane(view.origin, view.xAxis, view.yAxis, display->get_disp_pt(), uv);
-    position[0] = static_cast<float>(uv[0]);
-    position[1] = static_cast<float>(uv[1]);
-    return Success;
-  });
+  QENposition point;
+  Frame view;
+  const KOVAResult result = GetPlace(annotation, true, point, view);
+  if (!result.IsSuccess()) return result;
+  double uv[2];
+  InvertPointOnPlane(view.origin, view.xAxis, view.yAxis, point, uv);
+  Narrow(uv, position);
+  return Success;
 }
 
 // CAVEAT: a callout's depth is measured in its own view, its position in that of its dimension.
 KOVAResult KOVAOrvoPMIExporter::GetAnnotationZDepth(const KOVAIdentifier& annotation,
                                                     float& depth) {
-  return AnswerFromUntested<ENTITY>(annotation, [&](ENTITY& entity) {
-    KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
-    KOVAResult result = GetDisplayInformation(&entity, display);
-    if (!result.IsSuccess()) return result;
-    KOVAIdentifier placement = annotation;
-    if (IsKind<KOVAPMI_DATUMTGT>(&entity)) GetDatumFeatureAnnotFromDatumTarget(&entity, placement);
-    Frame view;
-    result = GetAnnotPlaneParameters(placement, view.origin, view.normal, view.xAxis, view.yAxis);
-    if (!result.IsSuccess()) return result;
-    const QENposition point = display->get_disp_pt();
-    double uv[2];
-    InvertPointOnPlane(view.origin, view.xAxis, view.yAxis, point, uv);
-    const QENposition foot = view.origin + uv[0] * view.xAxis + uv[1] * view.yAxis;
-    const QENvector away = point - foot;
-    depth = static_cast<float>(std::sqrt(dot(away, away)));
-    return Success;
-  });
+  QENposition point;
+  Frame view;
+  const KOVAResult result = GetPlace(annotation, false, point, view);
+  if (!result.IsSuccess()) return result;
+  double uv[2];
+  InvertPointOnPlane(view.origin, view.xAxis, view.yAxis, point, uv);
+  const QENposition foot = view.origin + uv[0] * view.xAxis + uv[1] * view.yAxis;
+  const QENvector away = point - foot;
+  depth = static_cast<float>(std::sqrt(dot(away, away)));
+  return Success;
 }
 
-// The last dimension of the walk that lists the callout.
+// The last dimension of a walk over the map that lists the callout.
 KOVAResult KOVAOrvoPMIExporter::GetDimensionAnnotFromCalloutAnnot(ENTITY* callout,
                                                                   KOVAIdentifier& placement) {
-  calloutAnnotationMap.Walk(
-      [&](const KOVAIdentifier& dimension, const IdentifierHashMap::List& callouts) {
-        for (const KOVAIdentifier& candidate : callouts) {
-          if (EntityOf(candidate) == callout) placement = dimension;
-        }
-        return true;
-      });
+  if (auto* dimension = static_cast<ENTITY*>(dimensionsOfCallouts_.Last(callout))) {
+    placement = AnnotationIdentifier(dimension, this);
+  }
   return Success;
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumFeatureAnnotFromDatumTarget(ENTITY* target,
                                                                     KOVAIdentifier& placement) {
-  const auto found = datumTargetDatumMap.find(target);
-  if (found != datumTargetDatumMap.end() && found->second != nullptr) {
-    placement.SetNativeObject(found->second);
-  }
+  if (ENTITY* datum = LinkedTo(target, datumTargetDatumMap)) placement.SetNativeObject(datum);
   return Success;
+}
+
+// A point in the frame of a dimension's own view; its model x and y when that view has no plane.
+void KOVAOrvoPMIExporter::WriteInView(const QENposition& point, const Frame* view, float* output) {
+  double uv[2] = {point.x(), point.y()};
+  if (view != nullptr) InvertPointOnPlane(view->origin, view->xAxis, view->yAxis, point, uv);
+  Narrow(uv, output);
+}
+
+KOVAResult KOVAOrvoPMIExporter::GetDimensionExtensionLines(const KOVAIdentifier& annotation,
+                                                           float* first, float* second,
+                                                           float* third) {
+  return AnswerFrom<KOVAPMI_DIMENSION>(annotation, [&](KOVAPMI_DIMENSION& dimension) {
+    QENposition p1;
+    QENposition p2;
+    QENposition p3;
+    if (dimension.GetExtensionLines(p1, p2, p3) != 1) return Failure;
+    Frame frame;
+    const Frame* view = GetFrame(annotation, frame).IsSuccess() ? &frame : nullptr;
+    WriteInView(p1, view, first);
+    WriteInView(p2, view, second);
+    WriteInView(p3, view, third);
+    return Success;
+  });
+}
+
+KOVAResult KOVAOrvoPMIExporter::GetDimensionLine(const KOVAIdentifier& annotation,
+                                                 KOVAPMIArrowSymbol& /*firstArrow*/,
+                                                 float* firstPoint,
+                                                 KOVAPMIArrowSymbol& /*secondArrow*/,
+                                                 float* secondPoint, bool& /*hasThirdPoint*/,
+                                                 float* /*thirdPoint*/) {
+  return AnswerFrom<KOVAPMI_DIMENSION>(annotation, [&](KOVAPMI_DIMENSION& dimension) {
+    QENposition e1;
+    QENposition e2;
+    if (dimension.get_dimension_line_extremities(e1, e2) != 1) return Failure;
+    Frame frame;
+    const Frame* view = GetFrame(annotation, frame).IsSuccess() ? &frame : nullptr;
+    WriteInView(e1, view, firstPoint);
+    WriteInView(e2, view, secondPoint);
+    return Success;
+  });
 }

@@ -1,12 +1,11 @@
 // The scan: an annotation's identifier, owners, callouts, datum links and view.
+#include <algorithm>
 #include <new>
-#include <utility>
 
 #include "DisplayProperties.h"
 #include "KernelApiFrame.h"
 #include "NamedAttributes.h"
 #include "QueryShape.h"
-#include "orvo_kernel/api.h"
 #include "orvo_kernel/geometry.h"
 
 namespace {
@@ -15,44 +14,11 @@ namespace {
 template <typename Attribute>
 bool Collect(const ENTITY* entity, int type, ENTITY_LIST& found) {
   if (entity == nullptr) return false;
-  for (ATTRIB* a = entity->first_attribute(); a != nullptr; a = a->next_attribute()) {
+  for (ATTRIB* a = Changeable(*entity).first_attribute(); a != nullptr; a = a->next_attribute()) {
     if (a->identity(0) == type && IsKind<Attribute>(a)) found.add(a);
   }
-  return found.count() > 0;
+  return found.iteration_count() > 0;
 }
-
-// A view plane on its way into the list of planes, which takes it over whatever happens. The room
-// for it is made first, so that no plane is ever without an owner.
-class NewPlane {
- public:
-  explicit NewPlane(ENTITY_LIST& planes) : planes_(planes) { planes_.make_room(); }
-  NewPlane(const NewPlane&) = delete;
-  NewPlane& operator=(const NewPlane&) = delete;
-  ~NewPlane() { planes_.add(plane_, false); }
-
-  // The plane that display properties describe, or null when they describe none.
-  ENTITY* Make(const KOVAPMI_DISPLAY_PROPERTIES& display) {
-    const QENposition point = display.get_disp_pt();
-    const QENvector direction = display.get_primary_direction();
-    const QENvector normal = display.get_disp_plane_normal();
-    const QENunit_vector unitNormal(normal.x(), normal.y(), normal.z());
-    const QENvector across = cross(unitNormal, direction);
-    if (!(direction.length_squared() > 0) || across.length_squared() == 0) return nullptr;
-    const plane definition(point, unitNormal, direction);
-    RunInKernelApiFrame(
-        [&] {
-          ENTITY* made = new (1, __FILE__, __LINE__) PLANE(definition);
-          if (made == nullptr) throw std::bad_alloc();
-          return made;
-        },
-        plane_);
-    return plane_;
-  }
-
- private:
-  ENTITY_LIST& planes_;
-  ENTITY* plane_ = nullptr;
-};
 
 }  // namespace
 
@@ -75,58 +41,37 @@ bool KOVAOrvoPMIExporter::GetGeomtolAttribute(ENTITY const* entity, ENTITY_LIST&
   return Collect<ATTRIB_KOVAPMI_GEOM_TOL>(entity, ATTRIB_KOVAPMI_GEOM_TOL_TYPE, found);
 }
 
-// A tolerance that hangs on a tolerance comes right after it, to any depth; the levels still to be
-// gone through stand on a list and not on the stack.
+// A tolerance that hangs on a tolerance comes right after it, to any depth. What is still to come
+// stands on a list and not on the call stack.
 KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST const& entities,
                                                                    Owners owners) {
-  struct Level {
-    ENTITY_LIST tolerances;
-    Owners parent;
+  struct Pending {
+    ENTITY* entity;
+    ENTITY* parent;  // null for an entity of the list
   };
-  std::vector<Level> nested;
-  KOVAResult result = Failure;
-  const auto annotate = [&](ENTITY* entity, Owners entityOwners) {
-    InitializeAnnotation(entity, std::move(entityOwners));
-    if (!IsKind<ATTRIB_KOVAPMI_GEOM_TOL>(entity)) return;
-    ENTITY_LIST tolerances;
-    if (GetGeomtolAttribute(entity, tolerances)) nested.push_back({tolerances, {entity}});
+  std::vector<Pending> pending;  // the next one stands last
+  const auto add = [&](ENTITY_LIST& list, ENTITY* parent) {
+    const auto before = static_cast<std::ptrdiff_t>(pending.size());
+    list.init();
+    while (ENTITY* entity = list.next()) pending.push_back({entity, parent});
+    std::reverse(pending.begin() + before, pending.end());
   };
-  // What the later planes will be made from is on its way from memory before the first one is made.
-  for (int i = 1; i < entities.count(); ++i) {
-    KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
-    FindDisplayProperties(entities[i], display);
-    __builtin_prefetch(display);
-  }
-  int left = entities.iteration_count();
-  entities.init();
-  while (ENTITY* entity = entities.next()) {
-    Owners own;
-    if (--left > 0) {
-      own = owners;
-    } else {
-      own.swap(owners);
-    }
-    annotate(entity, std::move(own));
-    while (!nested.empty()) {
-      ENTITY* tolerance = nested.back().tolerances.next();
-      if (tolerance == nullptr) {
-        nested.pop_back();
-      } else {
-        annotate(tolerance, nested.back().parent);
-      }
-    }
-    result = Success;
+  add(Changeable(entities), nullptr);
+  const KOVAResult result = pending.empty() ? Failure : Success;
+  while (!pending.empty()) {
+    const auto [entity, parent] = pending.back();
+    pending.pop_back();
+    InitializeAnnotation(entity, parent == nullptr ? owners : Owners{parent});
+    if (!IsKind<ATTRIB_KOVAPMI_GEOM_TOL>(entity)) continue;
+    ENTITY_LIST nested;
+    if (GetGeomtolAttribute(entity, nested)) add(nested, entity);
   }
   return result;
 }
 
-void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, Owners entityOwners) {
+void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& owners) {
   const KOVAIdentifier annotation = AnnotationIdentifier(entity, this);
-  // Entities mostly come in the order of their addresses: then the place is known.
-  const Owners& owners =
-      annotationOwnerMap
-          .insert_or_assign(annotationOwnerMap.end(), entity, std::move(entityOwners))
-          ->second;
+  annotationOwnerMap[entity] = owners;
 
   if (IsKind<KOVAPMI_DIMENSION>(entity)) {
     IdentifierHashMap::List callouts;
@@ -135,7 +80,12 @@ void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, Owners entityOwne
         callouts.push_back(BareIdentifier(owner));
       }
     }
-    if (!callouts.empty()) calloutAnnotationMap.Add(annotation, std::move(callouts));
+    dimensionsOfCallouts_.Reserve(callouts.size());
+    if (!callouts.empty() && calloutAnnotationMap.Add(annotation, callouts)) {
+      for (const KOVAIdentifier& callout : callouts) {
+        dimensionsOfCallouts_.Add(callout.GetNativeObject(), annotation.GetNativeObject());
+      }
+    }
   }
   if (auto* attribute = As<ATTRIB_KOVAPMI_DATUM>(entity)) {
     if (ENTITY* datum = attribute->get_datum()) datumAnnotationMap[datum] = entity;
@@ -144,19 +94,46 @@ void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, Owners entityOwne
     if (ENTITY* target = attribute->get_datum_target()) datumTargetAnnotationMap[target] = entity;
   }
 
-  KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
-  if (initialized) FindDisplayProperties(entity, display);
-  ENTITY* plane = nullptr;
-  if (display != nullptr) plane = NewPlane(viewPlanes).Make(*display);
+  KOVAPMI_DISPLAY_PROPERTIES* display = initialized ? FindDisplayProperties(entity) : nullptr;
+  ENTITY* plane = display != nullptr ? MakeViewPlane(*display) : nullptr;
   InitialiseViewVsAnnotationMap(ViewIdentifier(plane, this), annotation);
 }
 
-// On an exception neither the views nor the map have changed.
+ENTITY* KOVAOrvoPMIExporter::MakeViewPlane(KOVAPMI_DISPLAY_PROPERTIES& display) {
+  const QENposition point = display.get_disp_pt();
+  const QENvector direction = display.get_primary_direction();
+  const QENvector normal = display.get_disp_plane_normal();
+  const QENunit_vector unitNormal(normal.x(), normal.y(), normal.z());
+  const QENvector across = cross(unitNormal, direction);
+  if (!(dot(direction, direction) > 0) || dot(across, across) == 0) return nullptr;
+  const plane definition(point, unitNormal, direction);
+  // The plane has an owner from the moment it exists, however the frame ends.
+  viewPlanes_.push_back(nullptr);
+  RunInKernelApiFrame(
+      [&] {
+        ENTITY* made = new (1, __FILE__, __LINE__) PLANE(definition);
+        if (made == nullptr) throw std::bad_alloc();
+        return made;
+      },
+      viewPlanes_.back());
+  return viewPlanes_.back();
+}
+
+// On an exception neither the views nor the maps have changed.
 KOVAResult KOVAOrvoPMIExporter::InitialiseViewVsAnnotationMap(KOVAIdentifier const& view,
                                                               KOVAIdentifier const& annotation) {
   if (annotationViews.size() == annotationViews.capacity()) {
     annotationViews.reserve(2 * annotationViews.size() + 1);
   }
+  planesOfAnnotations_.Reserve(1);
   if (viewAnnotationMap.AddOrAppend(view, annotation)) annotationViews.push_back(view);
+  if (view.GetNativeObject() != nullptr) {
+    planesOfAnnotations_.Add(annotation.GetNativeObject(), view.GetNativeObject());
+  }
   return Success;
+}
+
+void KOVAOrvoPMIExporter::SortReverseIndexes() {
+  planesOfAnnotations_.Sort(viewAnnotationMap);
+  dimensionsOfCallouts_.Sort(calloutAnnotationMap);
 }

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "NamedAttributes.h"
+#include "Prefetch.h"
 #include "QueryShape.h"
 #include "framework_orvo/KOVAOrvoDocument.h"
 #include "orvo_kernel/api.h"
@@ -17,48 +18,18 @@ bool GroupTypeIs(QENGROUP* group, int type) {
   return FindInteger(group, kGroupTypeAttribute, value) && value == type;
 }
 
-// The collectors that would find something, a bit each.
-enum PmiKinds : unsigned {
-  kTexts = 1,
-  kFlagNotes = 2,
-  kRoughnesses = 4,
-  kDatums = 8,
-  kDatumTargets = 16,
-  kTolerances = 32
-};
-
-unsigned KindOf(const ATTRIB& attribute) {
-  switch (attribute.identity(0)) {
-    case ATTRIB_KOVAPMI_TEXT_TYPE:
-      return kTexts;
-    case ATTRIB_KOVAPMI_FLAGNOTE_TYPE:
-      return kFlagNotes;
-    case ATTRIB_KOVAPMI_ROUGHNESS_TYPE:
-      return kRoughnesses;
-    case ATTRIB_KOVAPMI_DATUM_TYPE:
-      return kDatums;
-    case ATTRIB_KOVAPMI_DATUM_TARGET_TYPE:
-      return kDatumTargets;
-    case ATTRIB_KOVAPMI_GEOM_TOL_TYPE:
-      return kTolerances;
-    default:
-      return 0;
-  }
+// Appends the entity's faces, edges and vertices; returns true if at least one call succeeded.
+bool GetTopology(ENTITY* entity, ENTITY_LIST& topology) {
+  const bool faces = api_get_faces(entity, topology).error_number() == 0;
+  const bool edges = api_get_edges(entity, topology).error_number() == 0;
+  const bool vertices = api_get_vertices(entity, topology).error_number() == 0;
+  return faces || edges || vertices;
 }
 
-// Told by one walk over the chain; most chains carry none.
-unsigned KindsOn(const ENTITY& entity) {
-  unsigned kinds = 0;
-  for (const ATTRIB* a = entity.first_attribute(); a != nullptr; a = a->next_attribute()) {
-    kinds |= KindOf(*a);
-  }
-  return kinds;
-}
-
-// Calls visit(entity) for the entities of a list in order; the next ones are on their way from
-// memory meanwhile.
+// Calls visit(entity) for the entities of a list in order. The next ones are on their way from
+// memory meanwhile; without that, scanning a sparse model takes PREFETCH_FIGURE.
 template <typename Visit>
-void VisitEach(const ENTITY_LIST& entities, Visit visit) {
+void VisitEach(ENTITY_LIST& entities, Visit visit) {
   constexpr int kAhead = 64;
   ENTITY* ahead[kAhead];
   int count = 0;
@@ -67,74 +38,64 @@ void VisitEach(const ENTITY_LIST& entities, Visit visit) {
     for (count = 0; count < kAhead; ++count) {
       ahead[count] = entities.next();
       if (ahead[count] == nullptr) break;
-      __builtin_prefetch(ahead[count]);
+      Prefetch(ahead[count]);
     }
     for (int i = 0; i < count; ++i) visit(ahead[i]);
   } while (count == kAhead);
 }
 
 // Appends the members of a group's or collection's own list.
-void AppendMembers(const ENTITY_LIST& members, std::vector<ENTITY*>& entities) {
-  entities.reserve(entities.size() + static_cast<std::size_t>(members.iteration_count()));
-  for (int i = 0; i < members.count(); ++i) {
-    if (members[i] != nullptr) entities.push_back(members[i]);
-  }
+void AppendMembers(const ENTITY_LIST& list, std::vector<ENTITY*>& entities) {
+  ENTITY_LIST& members = Changeable(list);
+  members.init();
+  while (ENTITY* member = members.next()) entities.push_back(member);
 }
 
 }  // namespace
 
+// The steps for an entity are not alternatives: one that is of several kinds goes through each.
 KOVAResult KOVAOrvoPMIExporter::Initialize() {
   if (initialized) return Failure;
   auto* document = dynamic_cast<KOVAOrvoDocument*>(GetDocument());
   if (document == nullptr) return Failure;
   initialized = true;
   KOVAResult result = Success;
+  // A scan that throws leaves an index that can be asked, too.
+  const struct SortAtEnd {
+    KOVAOrvoPMIExporter* exporter;
+    ~SortAtEnd() { exporter->SortReverseIndexes(); }
+  } sortAtEnd{this};
   ENTITY_LIST entities;
   document->GetNativeEntityList(entities);
   annotationSet = new KOVAIdentifier(EmptyIdentifier());
   entities.init();
-  while (ENTITY* entity = entities.next()) ScanEntity(entity, result);
+  while (ENTITY* entity = entities.next()) {
+    if (IsKind<BODY>(entity)) result |= InitializeAnnotationSetFromEntities(entity);
+    ENTITY_LIST topology;
+    if (GetTopology(entity, topology)) {
+      VisitEach(topology,
+                [&](ENTITY*& part) { result |= InitializeAnnotationSetFromEntities(part); });
+    }
+    auto* group = As<QENGROUP>(entity);
+    if (group != nullptr && IsManufacturing(group)) result |= InitializeManufacturingGroup(group);
+    if (group != nullptr && IsDrivingDimensionGroup(group)) {
+      ENTITY_LIST members;
+      api_ct_return_ents(group, members);
+      members.init();
+      while (ENTITY* member = members.next()) result |= InitializeDimension(member);
+    }
+    const bool isDimension = IsKind<KOVAPMI_DIMENSION>(entity);
+    if (!isDimension && IsKind<QENCOLLECTION>(entity)) {
+      result |= InitializeAnnotationSetFromEntities(entity);
+    }
+    if (isDimension) result |= InitializeDimension(entity);
+    if (IsKind<KOVAPMI_CAPTURE>(entity)) result |= InitializeCapture(entity);
+  }
   if (annotationViews.empty() && captures.empty()) {
     delete annotationSet;
     annotationSet = nullptr;
   }
   return result;
-}
-
-// The steps are no alternatives: an entity that is of several kinds goes through each.
-void KOVAOrvoPMIExporter::ScanEntity(ENTITY* entity, KOVAResult& result) {
-  if (IsKind<BODY>(entity)) result |= InitializeAnnotationSetFromEntities(entity);
-  ScanTopology(entity, result);
-  if (auto* group = As<QENGROUP>(entity)) ScanGroup(group, result);
-  const bool isDimension = IsKind<KOVAPMI_DIMENSION>(entity);
-  if (!isDimension && IsKind<QENCOLLECTION>(entity)) {
-    result |= InitializeAnnotationSetFromEntities(entity);
-  }
-  if (isDimension) result |= InitializeDimension(entity);
-  if (IsKind<KOVAPMI_CAPTURE>(entity)) result |= InitializeCapture(entity);
-}
-
-void KOVAOrvoPMIExporter::ScanTopology(ENTITY* entity, KOVAResult& result) {
-  ENTITY_LIST topology;
-  const bool faces = api_get_faces(entity, topology).error_number() == 0;
-  const bool edges = api_get_edges(entity, topology).error_number() == 0;
-  const bool vertices = api_get_vertices(entity, topology).error_number() == 0;
-  if (!faces && !edges && !vertices) return;
-  // Most parts carry nothing, which is a success.
-  VisitEach(topology, [&](ENTITY*& part) {
-    result |=
-        part->first_attribute() == nullptr ? Success : InitializeAnnotationSetFromEntities(part);
-  });
-}
-
-void KOVAOrvoPMIExporter::ScanGroup(QENGROUP* group, KOVAResult& result) {
-  if (IsManufacturing(group)) result |= InitializeManufacturingGroup(group);
-  if (IsDrivingDimensionGroup(group)) {
-    ENTITY_LIST members;
-    api_ct_return_ents(group, members);
-    members.init();
-    while (ENTITY* member = members.next()) result |= InitializeDimension(member);
-  }
 }
 
 bool KOVAOrvoPMIExporter::IsManufacturing(QENGROUP* group) {
@@ -152,11 +113,12 @@ bool KOVAOrvoPMIExporter::IsDimensionCalloutAnnotation(ENTITY* entity, int& call
 KOVAResult KOVAOrvoPMIExporter::InitializeManufacturingGroup(const QENGROUP* group) {
   KOVAResult result = Failure;
   if (group == nullptr) return result;
-  const ENTITY_LIST& members = group->members();
-  for (int i = 0; i < members.count(); ++i) {
-    if (is_wire_body(members[i]) != 1) continue;
+  Owners members;
+  AppendMembers(Changeable(*group).members(), members);
+  for (ENTITY* member : members) {
+    if (is_wire_body(member) != 1) continue;
     ENTITY_LIST edges;
-    if (api_get_edges(members[i], edges).error_number() != 0) continue;
+    if (api_get_edges(member, edges).error_number() != 0) continue;
     edges.init();
     while (ENTITY* edge = edges.next()) result |= InitializeAnnotationSetFromEntities(edge);
   }
@@ -166,16 +128,15 @@ KOVAResult KOVAOrvoPMIExporter::InitializeManufacturingGroup(const QENGROUP* gro
 // The order of the collectors is the order of the annotations.
 KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationSetFromEntities(ENTITY*& entity) {
   KOVAResult result = Success;
-  const unsigned kinds = entity == nullptr ? 0 : KindsOn(*entity);
-  if (kinds == 0) return result;
+  if (entity == nullptr || entity->first_attribute() == nullptr) return result;  // most of them
   ENTITY_LIST found;
-  if (kinds & kTexts) GetTextAttribute(entity, found);
-  if (kinds & kFlagNotes) GetFlagNoteAttribute(entity, found);
-  if (kinds & kRoughnesses) GetRoughnessAttribute(entity, found);
-  if (kinds & kDatums) GetDatumAttribute(entity, found);
-  if (kinds & kDatumTargets) GetDatumTargetAttribute(entity, found);
-  if (kinds & kTolerances) GetGeomtolAttribute(entity, found);
-  if (found.count() == 0) return result;
+  GetTextAttribute(entity, found);
+  GetFlagNoteAttribute(entity, found);
+  GetRoughnessAttribute(entity, found);
+  GetDatumAttribute(entity, found);
+  GetDatumTargetAttribute(entity, found);
+  GetGeomtolAttribute(entity, found);
+  if (found.iteration_count() == 0) return result;
   Owners owners;
   result &= GetOwnerList(entity, owners);
   result &= InitializeAnnotationFromAttributes(found, std::move(owners));
@@ -192,7 +153,7 @@ KOVAResult KOVAOrvoPMIExporter::GetOwnerList(ENTITY*& entity, Owners& owners) {
       if (named && KOVAString(name).equals(KOVAString(kDummyPointName))) return Success;
     }
     owners.push_back(entity);
-  } else if (const auto* collection = As<QENCOLLECTION>(entity)) {
+  } else if (auto* collection = As<QENCOLLECTION>(entity)) {
     AppendMembers(collection->members(), owners);
   }
   return Success;
@@ -200,7 +161,7 @@ KOVAResult KOVAOrvoPMIExporter::GetOwnerList(ENTITY*& entity, Owners& owners) {
 
 KOVAResult KOVAOrvoPMIExporter::InitializeDimension(ENTITY*& dimension) {
   // A driving-dimension group may hold what has no members to measure; that is passed over.
-  const auto* collection = As<QENCOLLECTION>(dimension);
+  auto* collection = As<QENCOLLECTION>(dimension);
   if (collection == nullptr) return Failure;
   ENTITY_LIST found;
   found.add(dimension);

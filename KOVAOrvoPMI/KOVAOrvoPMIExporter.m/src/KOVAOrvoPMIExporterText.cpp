@@ -1,15 +1,51 @@
-// The string and the character format of a note or flag note.
+// The texts of notes and flag notes, and their character format.
 #include "QueryShape.h"
 
+namespace {
+
+// What a text or a flag note holds.
+struct Note {
+  const wchar_t* text;
+  KOVAPMI_DISPLAY_PROPERTIES* display;
+};
+
+// Returns false, and leaves `note` as it was, for an object of any other kind.
+bool ReadNote(ENTITY& entity, Note& note) {
+  if (auto* text = As<ATTRIB_KOVAPMI_TEXT>(&entity)) {
+    note = {text->get_wtext(), text->get_display_properties()};
+  } else if (auto* flagNote = As<ATTRIB_KOVAPMI_FLAGNOTE>(&entity)) {
+    note = {flagNote->get_wtext(), flagNote->get_display_properties()};
+  } else {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+KOVAResult KOVAOrvoPMIExporter::GetAnnotationTextCount(const KOVAIdentifier& annotation,
+                                                       int& count) {
+  return AnswerFromObject<ENTITY>(annotation, [&](ENTITY& entity) {
+    Note note{};
+    if (!ReadNote(entity, note)) return Failure;
+    count = 1;
+    return Success;
+  });
+}
+
+KOVAResult KOVAOrvoPMIExporter::GetAnnotationText(const KOVAIdentifier& annotation, int /*index*/,
+                                                  KOVAIdentifier& text) {
+  return AnswerFromObject<ENTITY>(annotation, [&](ENTITY& entity) {
+    text = TextIdentifier(&entity);
+    return Success;
+  });
+}
+
 KOVAResult KOVAOrvoPMIExporter::GetTextString(const KOVAIdentifier& text, KOVAString& string) {
-  return AnswerFromUntested<ENTITY>(text, [&](ENTITY& entity) {
-    if (const auto* note = As<ATTRIB_KOVAPMI_TEXT>(&entity)) {
-      string = KOVAString(note->get_wtext());
-    } else if (const auto* flagNote = As<ATTRIB_KOVAPMI_FLAGNOTE>(&entity)) {
-      string = KOVAString(flagNote->get_wtext());
-    } else {
-      return Failure;
-    }
+  return AnswerFromObject<ENTITY>(text, [&](ENTITY& entity) {
+    Note note{};
+    if (!ReadNote(entity, note)) return Failure;
+    string = KOVAString(note.text);
     return Success;
   });
 }
@@ -19,15 +55,10 @@ KOVAResult KOVAOrvoPMIExporter::GetTextFont(const KOVAIdentifier& text, KOVAPMIF
                                             float& height, bool& bold, bool& italic,
                                             bool& underline, bool& strikeThrough, bool& overline,
                                             float& ratio, float& slant, double* const /*colour*/) {
-  return AnswerFromUntested<ENTITY>(text, [&](ENTITY& entity) {
-    const KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;
-    if (const auto* note = As<ATTRIB_KOVAPMI_TEXT>(&entity)) {
-      display = note->get_display_properties();
-    } else if (const auto* flagNote = As<ATTRIB_KOVAPMI_FLAGNOTE>(&entity)) {
-      display = flagNote->get_display_properties();
-    }
-    if (display == nullptr) return Failure;
-    const KOVAPMI_TEXT_PROPERTIES* format = display->get_text_properties();
+  return AnswerFromObject<ENTITY>(text, [&](ENTITY& entity) {
+    Note note{};
+    if (!ReadNote(entity, note) || note.display == nullptr) return Failure;
+    KOVAPMI_TEXT_PROPERTIES* format = note.display->get_text_properties();
     if (format == nullptr) return Failure;
     fixedPitch = format->is_fixed_pitch() != 0;
     height = static_cast<float>(format->get_height());

@@ -1,11 +1,11 @@
-// Geometric tolerances: characteristic, rows, zone modifiers, notes.
+// Geometric tolerances: characteristic, rows, their frames, zone modifiers, notes.
 #include "QueryShape.h"
 #include "pmi_importer/KOVAOrvoPMIEnumUtils.h"
 
 namespace {
 
 // The row as the tolerance gives it, or null.
-KOVAPMI_GEOM_TOL_ROW* RowOf(const ATTRIB_KOVAPMI_GEOM_TOL& tolerance, int row) {
+KOVAPMI_GEOM_TOL_ROW* RowOf(ATTRIB_KOVAPMI_GEOM_TOL& tolerance, int row) {
   KOVAPMI_GEOM_TOL_ROW* found = nullptr;
   return tolerance.get_geom_tol_row_at(row, found) == 1 ? found : nullptr;
 }
@@ -33,7 +33,7 @@ KOVAResult KOVAOrvoPMIExporter::GetToleranceRowInfo(const KOVAIdentifier& annota
                                                     double& magnitude, double& refinement,
                                                     double& rateUnit1, double& rateUnit2) {
   return AnswerFrom<ATTRIB_KOVAPMI_GEOM_TOL>(annotation, [&](ATTRIB_KOVAPMI_GEOM_TOL& tolerance) {
-    const KOVAPMI_GEOM_TOL_ROW* found = RowOf(tolerance, row);
+    KOVAPMI_GEOM_TOL_ROW* found = RowOf(tolerance, row);
     if (found == nullptr) return Failure;
     valueType = KOVAOrvoPMIEnumUtils::ToEnum(found->GetModDiaType());
     magnitude = found->GetToleranceMagnitude();
@@ -48,7 +48,7 @@ KOVAResult KOVAOrvoPMIExporter::GetAnnotationToleranceModifiers(const KOVAIdenti
                                                                 int row,
                                                                 KOVAIdentifiers& modifiers) {
   return AnswerFrom<ATTRIB_KOVAPMI_GEOM_TOL>(annotation, [&](ATTRIB_KOVAPMI_GEOM_TOL& tolerance) {
-    const KOVAPMI_GEOM_TOL_ROW* found = RowOf(tolerance, row);
+    KOVAPMI_GEOM_TOL_ROW* found = RowOf(tolerance, row);
     if (found == nullptr) return Failure;
     KOVAResult result = Failure;
     const int count = found->GetZoneModifierCount();
@@ -63,46 +63,59 @@ KOVAResult KOVAOrvoPMIExporter::GetAnnotationToleranceModifiers(const KOVAIdenti
 KOVAResult KOVAOrvoPMIExporter::GetZoneModifierData(const KOVAIdentifier& modifier,
                                                     KOVAPMIToleranceModifier& type,
                                                     bool& hasMagnitude, double& magnitude) {
-  return AnswerFromUntested<KOVAPMI_ZONE_MODIFIER>(modifier, [&](KOVAPMI_ZONE_MODIFIER& found) {
+  return AnswerFromObject<KOVAPMI_ZONE_MODIFIER>(modifier, [&](KOVAPMI_ZONE_MODIFIER& found) {
     type = KOVAOrvoPMIEnumUtils::ToEnum(found.GetZoneModifierType());
     hasMagnitude = found.GetZoneModifierMagnitude(magnitude);
     return Success;
   });
 }
 
-// The six notes differ in the getter alone.
-KOVAResult KOVAOrvoPMIExporter::GetToleranceNote(const KOVAIdentifier& annotation,
-                                                 const wchar_t* (KOVAPMI_NOTE::*text)() const,
-                                                 KOVAString& output) {
+KOVAResult KOVAOrvoPMIExporter::GetAnnotationAssociatedRefFrame(const KOVAIdentifier& annotation,
+                                                                int row, KOVAString& note,
+                                                                KOVAIdentifier& frame) {
   return AnswerFrom<ATTRIB_KOVAPMI_GEOM_TOL>(annotation, [&](ATTRIB_KOVAPMI_GEOM_TOL& tolerance) {
-    const KOVAPMI_NOTE* note = tolerance.GetPMINote();
+    KOVAPMI_GEOM_TOL_ROW* found = RowOf(tolerance, row);
+    auto* referenceFrame = found != nullptr ? As<KOVAPMI_DRF>(found->GetDRF()) : nullptr;
+    if (referenceFrame == nullptr) return Failure;
+    note = KOVAString(referenceFrame->get_wnote());
+    BecomeReferenceFrame(referenceFrame, frame);
+    return Success;
+  });
+}
+
+// The six notes differ in the getter only.
+template <typename Text>
+KOVAResult KOVAOrvoPMIExporter::GetToleranceNote(const KOVAIdentifier& annotation,
+                                                 KOVAString& output, Text text) {
+  return AnswerFrom<ATTRIB_KOVAPMI_GEOM_TOL>(annotation, [&](ATTRIB_KOVAPMI_GEOM_TOL& tolerance) {
+    KOVAPMI_NOTE* note = tolerance.GetPMINote();
     if (note == nullptr) return Failure;
-    output = KOVAString((note->*text)());
+    output = KOVAString(text(*note));
     return Success;
   });
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetBeforeToleranceNote(const KOVAIdentifier& annotation,
                                                        KOVAString& note) {
-  return GetToleranceNote(annotation, &KOVAPMI_NOTE::GetBeforeNote, note);
+  return GetToleranceNote(annotation, note, [](KOVAPMI_NOTE& n) { return n.GetBeforeNote(); });
 }
 KOVAResult KOVAOrvoPMIExporter::GetAfterToleranceNote(const KOVAIdentifier& annotation,
                                                       KOVAString& note) {
-  return GetToleranceNote(annotation, &KOVAPMI_NOTE::GetAfterNote, note);
+  return GetToleranceNote(annotation, note, [](KOVAPMI_NOTE& n) { return n.GetAfterNote(); });
 }
 KOVAResult KOVAOrvoPMIExporter::GetUpperToleranceNote(const KOVAIdentifier& annotation,
                                                       KOVAString& note) {
-  return GetToleranceNote(annotation, &KOVAPMI_NOTE::GetUpperNote, note);
+  return GetToleranceNote(annotation, note, [](KOVAPMI_NOTE& n) { return n.GetUpperNote(); });
 }
 KOVAResult KOVAOrvoPMIExporter::GetLowerToleranceNote(const KOVAIdentifier& annotation,
                                                       KOVAString& note) {
-  return GetToleranceNote(annotation, &KOVAPMI_NOTE::GetLowerNote, note);
+  return GetToleranceNote(annotation, note, [](KOVAPMI_NOTE& n) { return n.GetLowerNote(); });
 }
 KOVAResult KOVAOrvoPMIExporter::GetPrefixToleranceNote(const KOVAIdentifier& annotation,
                                                        KOVAString& note) {
-  return GetToleranceNote(annotation, &KOVAPMI_NOTE::GetPrefixNote, note);
+  return GetToleranceNote(annotation, note, [](KOVAPMI_NOTE& n) { return n.GetPrefixNote(); });
 }
 KOVAResult KOVAOrvoPMIExporter::GetSuffixToleranceNote(const KOVAIdentifier& annotation,
                                                        KOVAString& note) {
-  return GetToleranceNote(annotation, &KOVAPMI_NOTE::GetSuffixNote, note);
+  return GetToleranceNote(annotation, note, [](KOVAPMI_NOTE& n) { return n.GetSuffixNote(); });
 }

@@ -11,7 +11,7 @@ namespace {
 constexpr int kOutOfMemoryMessage = 8;
 constexpr int kAccessViolationMessage = 15;
 
-// The open bulletin board and error context; closes both, on the way out of an exception too.
+// The open bulletin board and error context. Closes both, also when an exception leaves.
 class Bracket {
  public:
   explicit Bracket(outcome& result) : result_(result), logging_(logging_opt_on()) {
@@ -44,7 +44,7 @@ struct KernelError {
 
 // Runs the body between begin and end, with a kernel exception turned into the result.
 void RunBracketed(const std::function<ENTITY*()>& body, ENTITY*& product, outcome& result,
-                  orvo_exception& holder, KernelError& error) {
+                  KernelError& error) {
   const Bracket bracket(result);
   try {
     product = body();
@@ -52,10 +52,9 @@ void RunBracketed(const std::function<ENTITY*()>& body, ENTITY*& product, outcom
   } catch (orvo_exception& raised) {
     try {
       raised.set_info(raised.info(), __FILE__, __LINE__);
-      holder = raised;
       error = {raised.error_number(), raised.info()};
       result = outcome(error.number, base_to_err_info(error.info));
-    } catch (const orvo_exception& second) {
+    } catch (orvo_exception& second) {
       if (error.number == 0) error = {second.error_number(), second.info()};
     }
   }
@@ -79,11 +78,11 @@ void RunInKernelApiFrame(const std::function<ENTITY*()>& body, ENTITY*& product)
   {
     orvo_exception holder(0, nullptr, nullptr, 0);
     KernelError error;
-    RunBracketed(body, product, result, holder, error);
+    RunBracketed(body, product, result, error);
     if (result.error_number() != 0) product = nullptr;  // its board was rolled back
     if (orvo_interrupted()) sys_error(error.number, error.info);
   }
-  problems.process_result(result, problems_list_propagate, 0);
+  problems.process_result(result, static_cast<problems_list_prop_type>(1), 0);
 
   const int number = result.error_number();
   if (number == 0) return;

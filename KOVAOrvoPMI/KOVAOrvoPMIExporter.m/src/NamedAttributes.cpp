@@ -10,7 +10,7 @@ namespace {
 
 ATTRIB_GEN_NAME* Find(ENTITY* entity, const char* name) {
   ATTRIB_GEN_NAME* attribute = nullptr;
-  const outcome found = api_find_named_attribute(entity, name, attribute);
+  outcome found = api_find_named_attribute(entity, name, attribute);
   return found.error_number() == 0 ? attribute : nullptr;
 }
 
@@ -20,7 +20,7 @@ bool HasNamedAttribute(ENTITY* entity, const char* name) { return Find(entity, n
 
 bool FindInteger(ENTITY* entity, const char* name, int& value) {
   ATTRIB_GEN_NAME* attribute = Find(entity, name);
-  if (is_ATTRIB_GEN_INTEGER(attribute) != 1) return false;
+  if (attribute == nullptr || is_ATTRIB_GEN_INTEGER(attribute) != 1) return false;
   value = static_cast<ATTRIB_GEN_INTEGER*>(attribute)->value();
   return true;
 }

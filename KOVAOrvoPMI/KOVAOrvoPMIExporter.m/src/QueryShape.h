@@ -1,6 +1,6 @@
 #pragma once
 
-// The shape that queries share, and the type tests it runs. Included by the rooms of the exporter.
+// The shape that queries share, and the type tests. Included by the exporter's source files.
 
 #include "IdentifierConventions.h"
 #include "KOVAOrvoPMIExporter.h"
@@ -9,14 +9,14 @@
 #include "orvo_kernel/model.h"
 #include "pmi_entities/pmi_semantics.h"
 
-// The library's type test of a class; only an answer of exactly 1 passes.
+// True when the library's type test of a class answers exactly 1; the test is not asked about null.
 template <typename Kind>
-bool IsKind(const ENTITY* entity);
+bool IsKind(ENTITY* entity);
 
-#define KOVA_KIND_TEST(NAME)                       \
-  template <>                                      \
-  inline bool IsKind<NAME>(const ENTITY* entity) { \
-    return is_##NAME(entity) == 1;                 \
+#define KOVA_KIND_TEST(NAME)                            \
+  template <>                                           \
+  inline bool IsKind<NAME>(ENTITY * entity) {           \
+    return entity != nullptr && is_##NAME(entity) == 1; \
   }
 KOVA_KIND_TEST(BODY)
 KOVA_KIND_TEST(FACE)
@@ -42,29 +42,30 @@ template <typename Kind>
 Kind* As(ENTITY* entity) {
   return IsKind<Kind>(entity) ? static_cast<Kind*>(entity) : nullptr;
 }
-template <typename Kind>
-const Kind* As(const ENTITY* entity) {
-  return IsKind<Kind>(entity) ? static_cast<const Kind*>(entity) : nullptr;
+
+// What a map links an entity to, or null.
+inline ENTITY* LinkedTo(ENTITY* entity, const std::map<ENTITY*, ENTITY*>& links) {
+  const auto found = links.find(entity);
+  return found != links.end() ? found->second : nullptr;
 }
 
-// The attribute that carries an entity, or the entity itself when none does; an entity asked for is
-// a key from then on.
-inline ENTITY* CarrierOf(ENTITY* entity, std::map<ENTITY*, ENTITY*>& carriers) {
-  ENTITY* carrier = carriers[entity];
-  return carrier != nullptr ? carrier : entity;
+// Some operations take constant objects whose getters the libraries may not declare const.
+template <typename Object>
+Object& Changeable(const Object& object) {
+  return const_cast<Object&>(object);
 }
 
-template <typename Kind, typename Answer>
-KOVAResult KOVAOrvoPMIExporter::AnswerFromUntested(const KOVAIdentifier& identifier,
-                                                   Answer answer) {
+template <typename Object, typename Answer>
+KOVAResult KOVAOrvoPMIExporter::AnswerFromObject(const KOVAIdentifier& identifier, Answer answer) {
   if (!initialized) return NotInitialised;
-  auto* object = static_cast<Kind*>(identifier.GetNativeObject());
+  auto* object = static_cast<Object*>(identifier.GetNativeObject());
   return object == nullptr ? Failure : answer(*object);
 }
 
 template <typename Kind, typename Answer>
 KOVAResult KOVAOrvoPMIExporter::AnswerFrom(const KOVAIdentifier& identifier, Answer answer) {
-  return AnswerFromUntested<ENTITY>(identifier, [&](ENTITY& entity) {
-    return IsKind<Kind>(&entity) ? answer(static_cast<Kind&>(entity)) : Failure;
+  return AnswerFromObject<ENTITY>(identifier, [&](ENTITY& entity) {
+    auto* object = As<Kind>(&entity);
+    return object == nullptr ? Failure : answer(*object);
   });
 }

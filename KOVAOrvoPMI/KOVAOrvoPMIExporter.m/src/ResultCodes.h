@@ -2,15 +2,19 @@
 
 #include "framework_base/KOVAResult.h"
 
-// Every code that the library answers with.
+// Every code that the library answers with, as the plain integers that the factory returns and as
+// the results of queries.
+
+constexpr long kSuccess = 0;
+constexpr long kFailure = 0x1000001;
 
 // 0: the answer was written.
-constexpr KOVAResult Success(0);
-// 0x1000001: nothing found, object of the wrong kind, index out of range, or a lookup that failed.
-constexpr KOVAResult Failure(0x1000001);
+const KOVAResult Success(kSuccess);
+// 0x1000001: nothing found, object of the wrong kind, index out of range, or a look-up that failed.
+const KOVAResult Failure(kFailure);
 // 0x1000005: the query is not implemented.
-constexpr KOVAResult NotImplemented(0x1000005);
+const KOVAResult NotImplemented(0x1000005);
 // 0x1000008: the exporter has not found its document yet.
-constexpr KOVAResult NotInitialised(0x1000008);
+const KOVAResult NotInitialised(0x1000008);
 // 2: the model has neither annotations nor captures.
-constexpr KOVAResult NoAnnotationSet(2);
+const KOVAResult NoAnnotationSet(2);

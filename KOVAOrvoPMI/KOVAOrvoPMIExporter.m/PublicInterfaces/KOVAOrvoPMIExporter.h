@@ -281,7 +281,8 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
 
   // The scan: the records of annotations.
   KOVAResult InitializeAnnotationFromAttributes(ENTITY_LIST const& entities, Owners owners);
-  KOVA_ORVO_PMI_INTERNAL void InitializeAnnotation(ENTITY* entity, const Owners& owners);
+  KOVA_ORVO_PMI_INTERNAL void InitializeAnnotation(ENTITY* entity, const Owners& owners,
+                                                   KOVAPMI_DISPLAY_PROPERTIES* display);
   // The plane that display properties describe, or null when they describe none. The exporter owns
   // it, also when making it ends with an exception.
   KOVA_ORVO_PMI_INTERNAL ENTITY* MakeViewPlane(KOVAPMI_DISPLAY_PROPERTIES& display);

@@ -5,6 +5,7 @@
 #include "DisplayProperties.h"
 #include "KernelApiFrame.h"
 #include "NamedAttributes.h"
+#include "Prefetch.h"
 #include "QueryShape.h"
 #include "orvo_kernel/geometry.h"
 
@@ -47,21 +48,25 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
                                                                    Owners owners) {
   struct Pending {
     ENTITY* entity;
-    ENTITY* parent;  // null for an entity of the list
+    ENTITY* parent;                       // null for an entity of the list
+    KOVAPMI_DISPLAY_PROPERTIES* display;  // null without any
   };
   std::vector<Pending> pending;  // the next one stands last
   const auto add = [&](ENTITY_LIST& list, ENTITY* parent) {
     const auto before = static_cast<std::ptrdiff_t>(pending.size());
     list.init();
-    while (ENTITY* entity = list.next()) pending.push_back({entity, parent});
+    while (ENTITY* entity = list.next()) {
+      pending.push_back({entity, parent, initialized ? FindDisplayProperties(entity) : nullptr});
+      Prefetch(pending.back().display);
+    }
     std::reverse(pending.begin() + before, pending.end());
   };
   add(Changeable(entities), nullptr);
   const KOVAResult result = pending.empty() ? Failure : Success;
   while (!pending.empty()) {
-    const auto [entity, parent] = pending.back();
+    const auto [entity, parent, display] = pending.back();
     pending.pop_back();
-    InitializeAnnotation(entity, parent == nullptr ? owners : Owners{parent});
+    InitializeAnnotation(entity, parent == nullptr ? owners : Owners{parent}, display);
     if (!IsKind<ATTRIB_KOVAPMI_GEOM_TOL>(entity)) continue;
     ENTITY_LIST nested;
     if (GetGeomtolAttribute(entity, nested)) add(nested, entity);
@@ -69,9 +74,11 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
   return result;
 }
 
-void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& owners) {
+void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& owners,
+                                               KOVAPMI_DISPLAY_PROPERTIES* display) {
   const KOVAIdentifier annotation = AnnotationIdentifier(entity, this);
-  annotationOwnerMap[entity] = owners;
+  // Entities mostly come in the order of their addresses: then the place is known.
+  annotationOwnerMap.insert_or_assign(annotationOwnerMap.end(), entity, owners);
 
   if (IsKind<KOVAPMI_DIMENSION>(entity)) {
     IdentifierHashMap::List callouts;
@@ -94,7 +101,6 @@ void KOVAOrvoPMIExporter::InitializeAnnotation(ENTITY* entity, const Owners& own
     if (ENTITY* target = attribute->get_datum_target()) datumTargetAnnotationMap[target] = entity;
   }
 
-  KOVAPMI_DISPLAY_PROPERTIES* display = initialized ? FindDisplayProperties(entity) : nullptr;
   ENTITY* plane = display != nullptr ? MakeViewPlane(*display) : nullptr;
   InitialiseViewVsAnnotationMap(ViewIdentifier(plane, this), annotation);
 }

@@ -27,7 +27,9 @@ void ReverseIndex::Sort(const IdentifierHashMap& map) {
   const auto byPlace = [](const Entry& a, const Entry& b) {
     return a.object != b.object ? kBefore(a.object, b.object) : a.place < b.place;
   };
-  std::sort(entries_.begin(), entries_.end(), byKey);
+  if (!std::is_sorted(entries_.begin(), entries_.end(), byKey)) {
+    std::sort(entries_.begin(), entries_.end(), byKey);
+  }
   entries_.erase(std::unique(entries_.begin(), entries_.end(), same), entries_.end());
   if (std::adjacent_find(entries_.begin(), entries_.end(), sameObject) == entries_.end()) return;
 

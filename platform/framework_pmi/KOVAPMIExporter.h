@@ -56,22 +56,24 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
                                        KOVAIdentifier& view) = 0;
   // The number of callouts of a dimension; 0 and success for any other annotation.
   virtual KOVAResult GetCalloutAnnotationCount(KOVAIdentifier annotation, int& count) = 0;
-  // A callout of a dimension: an identifier that carries its native object alone.
+  // A callout of a dimension: an identifier that carries only its native object.
   virtual KOVAResult GetCalloutAnnotationAt(const KOVAIdentifier& annotation, int index,
                                             KOVAIdentifier& callout) = 0;
 
   // --- Placement -------------------------------------------------------------------------------
 
   // The frame of a view's plane: origin, x axis, y axis, three floats each, model coordinates in
-  // model length units; the axes are as stored, not normalised. Fails
-  // for a view without a plane and for any identifier that is no view of this exporter.
+  // model length units; the axes are as stored, not normalised. Fails for a view without a plane
+  // and for any identifier that is not a view of this exporter.
   virtual KOVAResult GetViewCoordinateSystem(const KOVAIdentifier& view, float* frame) = 0;
   // The annotation's display point in the frame of its view: two floats, in multiples of the axes.
-  // A callout is placed in its dimension's view, a datum target that GetDatumTargetAt has handed
-  // out in its datum's. Fails without display properties and in a view without a plane.
-  // `orientation` and `angle` are not written.
+  // A callout is placed in its dimension's view. A datum target that is named by itself is placed
+  // in the view of the datum that GetDatumTargetAt has reached it from; one that is named by the
+  // attribute that carries it always stands in its own. Fails without display properties and in a
+  // view without a plane. `orientation` and `unanswered` are not written.
   virtual KOVAResult GetAnnotationPositionInView(const KOVAIdentifier& annotation, float* position,
-                                                 KOVAPMIOrientation& orientation, float& angle) = 0;
+                                                 KOVAPMIOrientation& orientation,
+                                                 float& unanswered) = 0;
   // The display point's distance from its foot O + u X + v Y in the frame of its view (from the
   // plane, when the x axis lies in it), model length units, never negative. Fails as the position.
   // CAVEAT: a callout's depth is measured in its own view.
@@ -89,10 +91,10 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // The annotation's name. CAVEAT: without a name the result is a success, `name` untouched.
   virtual KOVAResult GetAnnotationName(const KOVAIdentifier& annotation, KOVAString& name) = 0;
-  // The annotation's kind; AnnotationTypeUnknown for an object that is no annotation.
+  // The annotation's kind; AnnotationTypeUnknown for an object that is not an annotation.
   virtual KOVAResult GetAnnotationType(const KOVAIdentifier& annotation,
                                        KOVAPMIAnnotationType& type) = 0;
-  // Whether the annotation is hidden in the model.
+  // True when the annotation is hidden in the model.
   virtual KOVAResult IsAnnotationHidden(const KOVAIdentifier& annotation, bool& hidden) = 0;
 
   // --- Leaders ---------------------------------------------------------------------------------
@@ -115,8 +117,9 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The text of an annotation, for GetTextString and GetTextFont; `index` is not looked at.
   virtual KOVAResult GetAnnotationText(const KOVAIdentifier& annotation, int index,
                                        KOVAIdentifier& text) = 0;
-  // The number of model entities that the annotation applies to. A bare datum target is known from
-  // the time that GetDatumTargetAt has handed it out.
+  // The number of model entities that the annotation applies to. A datum target that is named by
+  // itself, and not by the attribute that carries it, is unknown until GetDatumTargetAt has handed
+  // it out, and stays unknown when it has no geometry.
   virtual KOVAResult GetNumberOfEntitiesFromAnnotation(const KOVAIdentifier& annotation,
                                                        int& count) = 0;
   // Appends the identifier of one of these entities; `entities` is not cleared.
@@ -131,7 +134,7 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // What the dimension measures, in the large.
   virtual KOVAResult GetDimensionMainType(const KOVAIdentifier& annotation,
                                           KOVAPMIDimensionMainType& type) = 0;
-  // The feature that a callout dimension belongs to; a failure for a dimension that is no callout.
+  // The feature that a callout dimension belongs to; a failure for a dimension that is not a callout.
   virtual KOVAResult GetCalloutFeatureAnnotationProperties(
       const KOVAIdentifier& annotation, KOVAPMICalloutFeatureAnnotationType& type) = 0;
   // The three points of the extension lines, two floats each, in the frame of the dimension's view;
@@ -150,7 +153,7 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
                                        KOVAPMIUnit& unit, double& precision) = 0;
   // Lower limit, upper limit (deviations from the value, in its unit), decimal places, a flag that
   // is always true, and the upper and lower values as text. CAVEAT: lower before upper in numbers,
-  // upper before lower in texts.
+  // upper before lower in texts. CAVEAT: on std::bad_alloc some outputs may have been written.
   virtual KOVAResult GetDimensionTolerance(const KOVAIdentifier& annotation, double& lower,
                                            double& upper, double& precision, bool& hasTolerance,
                                            KOVAString& upperText, KOVAString& lowerText) = 0;
@@ -158,7 +161,8 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // CAVEAT: upper before lower.
   virtual KOVAResult GetCoordDimensionValue(const KOVAIdentifier& annotation, int& coordinate,
                                             double& value, double& upper, double& lower) = 0;
-  // The texts around a dimension. CAVEAT: without a note only `holeCallout` is written.
+  // The texts around a dimension. CAVEAT: without a note only `holeCallout` is written; on
+  // std::bad_alloc some outputs may have been written.
   virtual KOVAResult GetDimensionTexts(const KOVAIdentifier& annotation, KOVAString& prefix,
                                        KOVAString& suffix, KOVAString& before, KOVAString& after,
                                        KOVAString& upper, KOVAString& lower,
@@ -178,14 +182,16 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // --- Geometric tolerances and their datum reference frames (ASME Y14.5, ISO 1101, ISO 5459) --
 
-  // Appends the zone modifiers of a row; a failure when it has none.
+  // Appends the zone modifiers of a row; a failure when it has none. CAVEAT: on std::bad_alloc some
+  // may have been appended.
   virtual KOVAResult GetAnnotationToleranceModifiers(const KOVAIdentifier& annotation, int row,
                                                      KOVAIdentifiers& modifiers) = 0;
   // The datum reference frame of a row and its note; sets native object and type name of `frame`.
   // Fails for a row without one.
   virtual KOVAResult GetAnnotationAssociatedRefFrame(const KOVAIdentifier& annotation, int row,
                                                      KOVAString& note, KOVAIdentifier& frame) = 0;
-  // Appends the frame's datum references in order of precedence.
+  // Appends the frame's datum references in order of precedence. CAVEAT: on std::bad_alloc some may
+  // have been appended.
   virtual KOVAResult GetDatumReferences(const KOVAIdentifier& frame,
                                         KOVAIdentifiers& references) = 0;
   // The label of a datum reference as written in its compartment.
@@ -194,10 +200,10 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The number of datums of a reference: more than one for a common datum.
   virtual KOVAResult GetDatumReferenceDatumCount(const KOVAIdentifier& reference, int& count) = 0;
   // A datum of a reference: sets native object and type name of `datum`, appends the datum's
-  // modifiers. CAVEAT: an entry without a datum is a success, `datum` untouched. `owner` is not
-  // written.
+  // modifiers. CAVEAT: an entry without a datum is a success, `datum` untouched; on std::bad_alloc
+  // `datum` and some modifiers may have been written. `unanswered` is not written.
   virtual KOVAResult GetDatumAt(const KOVAIdentifier& reference, int index, KOVAIdentifier& datum,
-                                KOVAIdentifier& owner, KOVAIdentifiers& modifiers) = 0;
+                                KOVAIdentifier& unanswered, KOVAIdentifiers& modifiers) = 0;
   // The form with one modifier.
   virtual KOVAResult GetDatumAt(const KOVAIdentifier& reference, int index, KOVAIdentifier& datum,
                                 KOVAPMIToleranceModifier& modifier, KOVAIdentifier& owner) = 0;
@@ -252,15 +258,16 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The target's label, such as A1.
   virtual KOVAResult GetDatumTargetLabel(const KOVAIdentifier& target, KOVAString& label) = 0;
   // The target's form, note and defining points (three doubles each, model coordinates in model
-  // length units; a missing point leaves its array untouched). `movable` and `size` are not
-  // written.
+  // length units; a missing point leaves its array untouched). `unansweredFlag` and
+  // `unansweredText` are not written.
   virtual KOVAResult GetDatumTargetInfo(const KOVAIdentifier& target, KOVAPMIDatumTargetType& type,
-                                        bool& movable, KOVAString& size, KOVAString& note,
-                                        double* const position1, double* const position2) = 0;
+                                        bool& unansweredFlag, KOVAString& unansweredText,
+                                        KOVAString& note, double* const position1,
+                                        double* const position2) = 0;
 
   // --- Surface texture (ISO 21920-1, ASME Y14.36) ----------------------------------------------
 
-  // Whether material has to be removed.
+  // Says if material has to be removed.
   virtual KOVAResult GetRoughnessObtention(const KOVAIdentifier& annotation,
                                            KOVAPMIRoughnessObtentionType& obtention) = 0;
   // The surfaces that the symbol speaks of.
@@ -278,12 +285,12 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // The number of captures of the set. CAVEAT: for an identifier that is not the set the result is
   // a success and `count` is untouched.
   virtual KOVAResult GetCaptureCount(const KOVAIdentifier& set, unsigned int& count) = 0;
-  // A capture: an identifier that carries its native object alone.
+  // A capture: an identifier that carries only its native object.
   virtual KOVAResult GetCapture(const KOVAIdentifier& set, unsigned int& index,
                                 KOVAIdentifier& capture) = 0;
   // The number of a capture's members.
   virtual KOVAResult GetCaptureEntityCount(const KOVAIdentifier& capture, unsigned int& count) = 0;
-  // A member: sets the native object of `entity`. CAVEAT: for a member that is no annotation the
+  // A member: sets the native object of `entity`. CAVEAT: for a member that is not an annotation the
   // result is a success and `entity` is untouched.
   virtual KOVAResult GetCaptureEntity(const KOVAIdentifier& capture, unsigned int& index,
                                       KOVAIdentifier& entity) = 0;
@@ -305,7 +312,7 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
 
   // Where they are left out, they answer 0x1000005 and leave their outputs untouched.
 
-  // Whether a dimension drives the geometry.
+  // Says if a dimension drives the geometry.
   virtual KOVAResult IsDrivingDimension(const KOVAIdentifier& annotation, bool& driving) = 0;
   // A value that is shown in place of the measured one, and its kind.
   virtual KOVAResult GetDimensionFakeValue(const KOVAIdentifier& annotation, int& kind,

@@ -37,11 +37,11 @@ class QENvector;
 // describe one, owned here and deleted with the exporter. What identifiers point to belongs to the
 // document's model, which outlives the exporter.
 //
-// What each query answers, its units and its outputs are told at KOVAPMIExporter. Unless it is said
-// otherwise there, a query answers 0x1000008 while the document has not been found (the two about
+// KOVAPMIExporter says at each query what it answers, in which units, and what it writes. Unless it
+// says otherwise, a query answers 0x1000008 while the document has not been found (the two about
 // leader points do not look), 0x1000001 for an object of the wrong kind or an index out of range,
 // and 0 otherwise, and on failure leaves its outputs untouched. An identifier is resolved by its
-// native object; its type name counts for GetLeader3DPoint alone.
+// native object; its type name counts only for GetLeader3DPoint.
 //
 // CAVEAT: one exporter must not be queried from two threads at once, since a few queries write to
 // it; separate exporters of separate documents share nothing.
@@ -84,7 +84,8 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
 
   KOVAResult GetViewCoordinateSystem(const KOVAIdentifier& view, float* frame) override;
   KOVAResult GetAnnotationPositionInView(const KOVAIdentifier& annotation, float* position,
-                                         KOVAPMIOrientation& orientation, float& angle) override;
+                                         KOVAPMIOrientation& orientation,
+                                         float& unanswered) override;
   KOVAResult GetAnnotationZDepth(const KOVAIdentifier& annotation, float& depth) override;
 
   // --- Annotations of a view ---
@@ -161,7 +162,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVAResult GetDatumReferenceLabel(const KOVAIdentifier& reference, KOVAString& label) override;
   KOVAResult GetDatumReferenceDatumCount(const KOVAIdentifier& reference, int& count) override;
   KOVAResult GetDatumAt(const KOVAIdentifier& reference, int index, KOVAIdentifier& datum,
-                        KOVAIdentifier& owner, KOVAIdentifiers& modifiers) override;
+                        KOVAIdentifier& unanswered, KOVAIdentifiers& modifiers) override;
   using KOVADefaultPMIExporter::GetDatumAt;
   KOVAResult GetToleranceInfo(const KOVAIdentifier& annotation, KOVAPMIToleranceType& type,
                               bool& allAround) override;
@@ -187,7 +188,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
                               KOVAIdentifier& target) override;
   KOVAResult GetDatumTargetLabel(const KOVAIdentifier& target, KOVAString& label) override;
   KOVAResult GetDatumTargetInfo(const KOVAIdentifier& target, KOVAPMIDatumTargetType& type,
-                                bool& movable, KOVAString& size, KOVAString& note,
+                                bool& unansweredFlag, KOVAString& unansweredText, KOVAString& note,
                                 double* const position1, double* const position2) override;
 
   // --- Surface texture ---
@@ -268,8 +269,8 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVA_ORVO_PMI_INTERNAL void Release();
   KOVA_ORVO_PMI_INTERNAL void DeleteViewPlanes();
 
-  // The scan: what hangs on an entity, and what that is attached to. `ENTITY*&` parameters are
-  // given by the framework's way of declaring these operations; none is changed.
+  // The scan: what hangs on an entity, and what that is attached to. The `ENTITY*&` parameters are
+  // part of these operations' given declarations; none is ever changed.
   KOVAResult InitializeAnnotationSetFromEntities(ENTITY*& entity);
   KOVAResult GetOwnerList(ENTITY*& entity, Owners& owners);
   KOVAResult InitializeDimension(ENTITY*& dimension);

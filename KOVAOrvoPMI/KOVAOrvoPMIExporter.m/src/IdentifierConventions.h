@@ -16,13 +16,13 @@ KOVAIdentifier AnnotationIdentifier(ENTITY* annotation, KOVARepresentation* expo
 // A view, by its plane; without one it is the null view.
 KOVAIdentifier ViewIdentifier(ENTITY* plane, KOVARepresentation* exporter);
 
-// A callout or a capture: the native object alone.
+// A callout or a capture: only the native object.
 KOVAIdentifier BareIdentifier(ENTITY* entity);
 
 // The text of an annotation.
 KOVAIdentifier TextIdentifier(ENTITY* annotation);
 
-// A model entity that is no topology.
+// A model entity that is not topology.
 KOVAIdentifier OwnerIdentifier(ENTITY* owner, KOVARepresentation* exporter);
 
 // Appends an identifier of a datum reference or of a zone modifier: native object and type name.

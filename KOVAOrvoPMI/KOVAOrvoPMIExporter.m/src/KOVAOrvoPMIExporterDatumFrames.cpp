@@ -29,7 +29,7 @@ KOVAResult KOVAOrvoPMIExporter::GetDatumReferenceDatumCount(const KOVAIdentifier
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumAt(const KOVAIdentifier& reference, int index,
-                                           KOVAIdentifier& datum, KOVAIdentifier& /*owner*/,
+                                           KOVAIdentifier& datum, KOVAIdentifier& /*unanswered*/,
                                            KOVAIdentifiers& modifiers) {
   return AnswerFromObject<KOVAPMI_DREF>(reference, [&](KOVAPMI_DREF& found) {
     KOVAPMI_MODIFIED_DATUM* modified = nullptr;

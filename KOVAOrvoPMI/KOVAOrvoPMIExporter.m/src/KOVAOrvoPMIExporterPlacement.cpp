@@ -104,7 +104,7 @@ KOVAResult KOVAOrvoPMIExporter::GetPlace(const KOVAIdentifier& annotation, bool 
 KOVAResult KOVAOrvoPMIExporter::GetAnnotationPositionInView(const KOVAIdentifier& annotation,
                                                             float* position,
                                                             KOVAPMIOrientation& /*orientation*/,
-                                                            float& /*angle*/) {
+                                                            float& /*unanswered*/) {
   QENposition point;
   Frame view;
   const KOVAResult result = GetPlace(annotation, true, point, view);

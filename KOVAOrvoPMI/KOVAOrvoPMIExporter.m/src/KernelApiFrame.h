@@ -12,5 +12,6 @@ class ENTITY;
 // when the framework asks for it; in a frame within another frame both go on as kernel exceptions.
 // On an interrupt the kernel error that the frame caught, if any, leaves it as a kernel exception.
 // Whatever the body throws besides passes through. Bulletin board, logging, error mark and error
-// context are as before in every case.
+// context are as before afterwards, unless the kernel's own check for pending errors, which comes
+// before the body, raises one: that leaves them open.
 void RunInKernelApiFrame(const std::function<ENTITY*()>& body, ENTITY*& product);

@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
-#include <memory>
 
 #include "QueryShape.h"
 #include "framework_orvo/KOVAOrvoDocument.h"
@@ -29,6 +28,38 @@ Character* NewCopy(const Character* text, std::size_t length) {
   return copy;
 }
 
+// Multibyte to wide under the process's locale. A text that can't be converted gives a count with
+// all bits set, and so a limit of 0 and an empty text.
+bool Convert(const char* source, wchar_t* destination) {
+  const std::size_t count = std::mbstowcs(nullptr, source, std::strlen(source) + 1);
+  destination[0] = L'\0';
+  return std::mbstowcs(destination, source, count + 1) != 0;
+}
+
+// Calls use(text) with the entity's name and returns true if it has one: a wide name goes to the
+// caller's string where it stands, a copy less. CAVEAT: the outcome of the look-up matters for a
+// narrow name only.
+template <typename Use>
+bool UseName(ENTITY* entity, Use use) {
+  ATTRIB_GEN_NAME* attribute = nullptr;
+  outcome found = api_find_named_attribute(entity, kNameAttribute, attribute);
+  if (attribute == nullptr) return false;
+  if (is_ATTRIB_GEN_WSTRING(attribute) != 0) {
+    const wchar_t* value = static_cast<ATTRIB_GEN_WSTRING*>(attribute)->value();
+    if (value == nullptr || *value == L'\0') return false;
+    use(value);
+    return true;
+  }
+  const char* value = NarrowValue(attribute);
+  if (found.error_number() != 0 || value == nullptr) return false;
+  // Some encodings turn one byte into several wide characters: the bytes can't be counted instead.
+  const std::size_t size = std::mbstowcs(nullptr, value, 0) + 1;
+  std::vector<wchar_t> converted(std::max<std::size_t>(size, 1));
+  Convert(value, converted.data());
+  use(converted.data());
+  return true;
+}
+
 }  // namespace
 
 KOVAResult KOVAOrvoPMIExporter::GetPID(const KOVAIdentifier& identifier, KOVAString& pid) {
@@ -52,39 +83,15 @@ KOVAResult KOVAOrvoPMIExporter::GetEntityID(ENTITY* entity, char*& id) {
 KOVAResult KOVAOrvoPMIExporter::GetAnnotationName(const KOVAIdentifier& annotation,
                                                   KOVAString& name) {
   return AnswerFromObject<ENTITY>(annotation, [&](ENTITY& entity) {
-    wchar_t* text = nullptr;
-    const bool named = GetEntityNameW(&entity, text);
-    const std::unique_ptr<wchar_t[]> textOwner(text);
-    if (named) name = KOVAString(text);
+    UseName(&entity, [&](const wchar_t* text) { name = KOVAString(text); });
     return Success;
   });
 }
 
-// CAVEAT: the outcome of the look-up matters for a narrow name only.
 bool KOVAOrvoPMIExporter::GetEntityNameW(ENTITY* entity, wchar_t*& name) {
-  ATTRIB_GEN_NAME* attribute = nullptr;
-  outcome found = api_find_named_attribute(entity, kNameAttribute, attribute);
-  if (attribute == nullptr) return false;
-  if (is_ATTRIB_GEN_WSTRING(attribute) != 0) {
-    const wchar_t* value = static_cast<ATTRIB_GEN_WSTRING*>(attribute)->value();
-    if (value == nullptr || *value == L'\0') return false;
-    name = NewCopy(value, std::wcslen(value));
-    return true;
-  }
-  const char* value = NarrowValue(attribute);
-  if (found.error_number() != 0 || value == nullptr) return false;
-  // A text that can't be converted gives a count with all bits set; it becomes an empty one. A byte
-  // may become several wide characters in some encodings, so the bytes can't be counted instead.
-  const std::size_t size = std::mbstowcs(nullptr, value, 0) + 1;
-  std::unique_ptr<wchar_t[]> converted(new wchar_t[std::max<std::size_t>(size, 1)]);
-  CopyFromMBCS(value, converted.get());
-  name = converted.release();
-  return true;
+  return UseName(entity, [&](const wchar_t* text) { name = NewCopy(text, std::wcslen(text)); });
 }
 
 bool KOVAOrvoPMIExporter::CopyFromMBCS(const char* const source, wchar_t* const destination) {
-  // A text that can't be converted gives a count with all bits set, and so a limit of 0.
-  const std::size_t count = std::mbstowcs(nullptr, source, std::strlen(source) + 1);
-  destination[0] = L'\0';
-  return std::mbstowcs(destination, source, count + 1) != 0;
+  return Convert(source, destination);
 }

@@ -38,7 +38,6 @@ const Row rows[] = {
     {"string", "a query that returns a string", "the same with the one string copy", 1.3},
     {"walk_views", "a placement query, per view visited", "a loop over one-element lists", 2},
     {"map", "identifier hash map, add and look up", "std::unordered_map, the same hash", 1},
-    {"map_address", "identifier hash map, add and look up", "std::unordered_map, std::hash", 1},
     {"destroy", "destroying the exporter", "one kernel call deleting the planes", 1.5},
     {"memory_planes", "bytes per annotation, with plane", "-", 900, "bytes"},
     {"memory_null", "bytes per annotation, null view", "-", 400, "bytes"},

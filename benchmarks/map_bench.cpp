@@ -14,19 +14,12 @@ struct SameHash {
     return IdentifierHashMap::HashOfPointer(key.GetNativeObject());
   }
 };
-// What the standard library does with a pointer: its address.
-struct StandardHash {
-  std::size_t operator()(const KOVAIdentifier& key) const {
-    return std::hash<void*>()(key.GetNativeObject());
-  }
-};
 struct Equal {
   bool operator()(const KOVAIdentifier& a, const KOVAIdentifier& b) const {
     return a.GetNativeObject() == b.GetNativeObject();
   }
 };
-template <typename Hash>
-using Standard = std::unordered_map<KOVAIdentifier, IdentifierHashMap::List, Hash, Equal>;
+using Standard = std::unordered_map<KOVAIdentifier, IdentifierHashMap::List, SameHash, Equal>;
 
 // Entities as the kernel's allocator lays them out, in the order of their creation or in none.
 std::vector<KOVAIdentifier> Keys(int count, bool shuffled) {
@@ -56,7 +49,6 @@ double Seconds(int count, const std::vector<KOVAIdentifier>& keys, Make make, Ad
   });
 }
 
-template <typename Hash>
 void AddAndLookUp(benchmark::State& state, int count, bool shuffled) {
   const std::vector<KOVAIdentifier> keys = Keys(count, shuffled);
   const int maps = std::max(1, 20000 / count);
@@ -75,14 +67,14 @@ void AddAndLookUp(benchmark::State& state, int count, bool shuffled) {
         return Seconds(
             maps, keys,
             [&] {
-              auto map = std::make_unique<Standard<Hash>>();
+              auto map = std::make_unique<Standard>();
               map->reserve(size);
               return map;
             },
-            [](Standard<Hash>& map, const KOVAIdentifier& key) {
+            [](Standard& map, const KOVAIdentifier& key) {
               map.try_emplace(key, IdentifierHashMap::List{key});
             },
-            [](const Standard<Hash>& map, const KOVAIdentifier& key) {
+            [](const Standard& map, const KOVAIdentifier& key) {
               return map.find(key)->second.data();
             });
       });
@@ -96,9 +88,7 @@ int main(int argc, char** argv) {
       const std::string name = std::to_string(count) + (shuffled ? " shuffled" : " in order");
       const int repetitions = std::clamp(2000000 / count, 5, 15);
       measure::Register("map:" + name, repetitions,
-                        [=](auto& state) { AddAndLookUp<SameHash>(state, count, shuffled); });
-      measure::Register("map_address:" + name, repetitions,
-                        [=](auto& state) { AddAndLookUp<StandardHash>(state, count, shuffled); });
+                        [=](auto& state) { AddAndLookUp(state, count, shuffled); });
     }
   }
   return measure::Run(argc, argv);

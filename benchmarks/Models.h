@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "KOVAOrvoPMIExporter.h"
@@ -17,39 +18,81 @@ inline Exporter Index(standin::Part& part) {
   return Exporter(exporter);
 }
 
-// Whether annotations stand in planes of their own or all in the null view.
+// Whether annotations are drawn in planes of their own or in none: then they share the null view.
 enum Placement { InPlanes, InNullView };
 
-// One annotation of the n-th kind; the first four kinds need nothing of the index but a record.
+// Annotations of the plain kinds have names and places, and need nothing of the index but owners
+// and a view. In a drawing of all kinds they also have leaders, lines, callouts, references.
 constexpr int kPlainKinds = 4;
 constexpr int kAllKinds = 7;
-inline void Annotate(standin::Part& part, ENTITY& on, int kind, Placement placement) {
-  const auto finish = [&](ENTITY& annotation, auto& placed) {
-    part.Name(annotation, L"an annotation");
-    if (placement == InPlanes) part.Place(placed, {1, 2, 3}, {1, 0, 0}, {0, 0, 1});
-  };
-  const auto finishItself = [&](auto& annotation) { finish(annotation, annotation); };
-  if (kind == 0) finishItself(part.AddText(on, L"BREAK ALL EDGES"));
-  if (kind == 1) finishItself(part.AddFlagNote(on, L"FLAG"));
-  if (kind == 2) finishItself(part.AddRoughness(on, {L"Ra 1.6"}));
-  if (kind == 3) finishItself(part.AddGeometricTolerance(on, tol_flatness, 0.1));
-  if (kind == 4) finishItself(part.AddDimension({&on}, dim_linear, dim_sub_width, 40));
-  if (kind == 5) {
-    auto& datum = part.AddDatum(on, L"A");
-    finish(datum, standin::DatumOf(datum));
-  } else if (kind == 6) {
-    auto& target = part.AddDatumTarget(on, L"A1");
-    finish(target, standin::TargetOf(target));
-  }
-}
 
-// Few entities, many annotations: ten on each face, kind by kind.
+// Annotates entities, kind by kind.
+class Annotator {
+ public:
+  Annotator(standin::Part& part, int kinds, Placement placement)
+      : part_(part), kinds_(kinds), placement_(placement) {}
+
+  // Adds an annotation of the n-th kind, counted round and round.
+  void Add(ENTITY& on, int n) {
+    const int kind = n % kinds_;
+    if (kind == 0) Finish(part_.AddText(on, L"BREAK ALL EDGES"));
+    if (kind == 1) Finish(part_.AddFlagNote(on, L"FLAG"));
+    if (kind == 2) Finish(part_.AddRoughness(on, {L"Ra 1.6"}));
+    if (kind == 3) AddTolerance(on);
+    if (kind == 4) AddDimension(on);
+    if (kind == 5) {
+      auto& attribute = part_.AddDatum(on, L"A");
+      datum_ = &standin::DatumOf(attribute);
+      Finish(attribute, *datum_);
+    } else if (kind == 6) {
+      auto& attribute = part_.AddDatumTarget(on, L"A1");
+      Finish(attribute, standin::TargetOf(attribute));
+    }
+  }
+
+ private:
+  void AddTolerance(ENTITY& on) {
+    auto& tolerance = part_.AddGeometricTolerance(on, tol_flatness, 0.1);
+    if (datum_ != nullptr) part_.AddReference(*standin::Edit(tolerance).rows[0], L"A", {datum_});
+    Finish(tolerance);
+  }
+
+  // A dimension with a callout.
+  void AddDimension(ENTITY& on) {
+    auto& callout = part_.MakeCallout(callout_feature_hole, 8);
+    Finish(callout);
+    auto& dimension = part_.AddDimension({&on, &callout}, dim_linear, dim_sub_width, 40);
+    standin::Edit(dimension).line = {{1, 2, 3}, {41, 2, 3}};
+    standin::Edit(dimension).extension_lines = {{1, 0, 3}, {41, 0, 3}, {1, 2, 3}};
+    Finish(dimension);
+  }
+
+  template <typename Annotation>
+  void Finish(Annotation& annotation) {
+    Finish(annotation, annotation);
+  }
+  template <typename Annotation, typename Placed>
+  void Finish(Annotation& annotation, Placed& placed) {
+    part_.Name(annotation, L"an annotation");
+    const QENvector direction = placement_ == InPlanes ? QENvector(1, 0, 0) : QENvector();
+    auto& display = part_.Place(placed, {1, 2, 3}, direction, {0, 0, 1});
+    if (kinds_ == kAllKinds) part_.AddLeader(display, {1, 2, 3}, {0, 0, 0});
+  }
+
+  standin::Part& part_;
+  int kinds_;
+  Placement placement_;
+  KOVAPMI_DATUM* datum_ = nullptr;  // the last one
+};
+
+// Few entities, many annotations: ten on each face.
 inline std::unique_ptr<standin::Part> Dense(int annotations, int kinds, Placement placement) {
   auto part = std::make_unique<standin::Part>();
+  Annotator annotator(*part, kinds, placement);
   FACE* face = nullptr;
   for (int i = 0; i < annotations; ++i) {
     if (i % 10 == 0) face = &part->Face();
-    Annotate(*part, *face, i % kinds, placement);
+    annotator.Add(*face, i);
   }
   return part;
 }
@@ -76,8 +119,9 @@ inline std::unique_ptr<standin::Part> Sparse(int n) {
                                           along[at(i + 1, j)], across[at(i, j)]};
   });
   const std::vector<ENTITY*> entities = part->GetEntities();
+  Annotator annotator(*part, kPlainKinds, InPlanes);
   for (std::size_t i = 50; i < entities.size(); i += 100) {
-    Annotate(*part, *entities[i], static_cast<int>(i / 100) % kPlainKinds, InPlanes);
+    annotator.Add(*entities[i], static_cast<int>(i / 100));
   }
   return part;
 }

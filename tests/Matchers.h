@@ -39,7 +39,14 @@ constexpr long kNotInitialised = 0x1000008;
 // A string's exact text.
 MATCHER_P(Reads, text, "") { return std::wstring(arg.GetText()) == text; }
 
-// What an untouched output holds.
+// What an untouched output holds: this number, or what follows.
+constexpr int kUntouched = 77;
+// An array of numbers, to be passed as one.
+template <typename Number, std::size_t size>
+struct Untouched : std::array<Number, size> {
+  Untouched() { this->fill(static_cast<Number>(kUntouched)); }
+  operator Number*() { return this->data(); }
+};
 inline KOVAString SentinelString() { return KOVAString(L"untouched"); }
 inline constexpr char kSentinelType[] = "sentinel type", kSentinelNative[] = "sentinel native";
 inline KOVAIdentifier SentinelIdentifier() {
@@ -173,12 +180,12 @@ inline Entities Owners(KOVAOrvoPMIExporter& exporter, ENTITY& annotation) {
   return owners;
 }
 
-// What a query that ends with a count answers: its code, and the count after a sentinel of 77.
+// What a query that ends with a count answers: its code, and the count.
 using Answer = std::pair<long, int>;
 template <typename... Parameters, typename... Arguments>
 Answer CountFrom(KOVAPMIExporter& exporter, KOVAResult (KOVAPMIExporter::*query)(Parameters...),
                  const Arguments&... arguments) {
-  int count = 77;
+  int count = kUntouched;
   const KOVAResult result = (exporter.*query)(arguments..., count);
   return {result.GetCode(), count};
 }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 #include <tuple>
 
 #include "EveryKind.h"
@@ -18,6 +19,34 @@ TEST(Factory, MakesNothingWithoutADocument) {
   EXPECT_EQ(KOVACreateOrvoPMIExporter(nullptr, &exporter), kFailure);
   EXPECT_EQ(exporter, nullptr);
   EXPECT_EQ(Balance(), before);
+}
+
+// --- Initialisation ------------------------------------------------------------------------------
+
+TEST(Initialize, SucceedsOnceADocumentIsThereWhateverItsStepsAnswer) {
+  // What each adds to the model before gives no annotation, and the capture and the members of the
+  // groups fail.
+  const std::function<void(Part&)> kSteps[] = {
+      [](Part& part) { part.Face(); }, [](Part& part) { part.AddCapture({}); },
+      [](Part& part) { part.Group(3, {&part.Face()}); },
+      [](Part& part) { part.Group(6, {&part.Face()}); },
+      [](Part& part) { part.AddText(part.Face(), L"note"); }};
+  Part all;
+  const auto expectSuccessOnce = [](Part& part) {
+    part.GetDocument().SetAvailable(false);
+    const auto exporter = Export(part);
+    EXPECT_THAT(exporter->Initialize(), FailsWith(kFailure));
+    part.GetDocument().SetAvailable(true);
+    EXPECT_THAT(exporter->Initialize(), IsSuccess());
+    EXPECT_THAT(exporter->Initialize(), FailsWith(kFailure));
+  };
+  for (const auto& add : kSteps) {
+    Part alone;
+    add(alone);
+    expectSuccessOnce(alone);
+    add(all);
+    expectSuccessOnce(all);
+  }
 }
 
 // --- The annotation set --------------------------------------------------------------------------

@@ -51,6 +51,34 @@ TEST(Records, CarryTheComponentsOfTheirKind) {
   }
 }
 
+// The map's own order tells which storage it has and how large it was made.
+TEST(Records, AreKeptInMapsForTwelveThatFollowTheFrameworksHashOption) {
+  Part part;
+  auto& callout = part.MakeCallout(callout_feature_depth, 3);
+  for (int i = 0; i < 30; ++i) {
+    part.Place(part.AddDimension({&callout}, dim_linear, dim_sub_width, 1), {}, kAlongX, kUp);
+  }
+  const auto orderOf = [](const IdentifierHashMap& map) {
+    Entities keys;
+    map.Walk([&](const KOVAIdentifier& key, const auto&) {
+      keys.push_back(EntityOf(key));
+      return true;
+    });
+    return keys;
+  };
+  for (const bool standard : {false, true}) {
+    const standin::UseStdHash form(standard);
+    const auto exporter = Export(part);
+    IdentifierHashMap views(12, true), dimensions(12, true);
+    for (const ENTITY* view : Views(*exporter)) {
+      views.Add(Naming(const_cast<ENTITY*>(view)), {});
+      dimensions.Add(Naming(const_cast<ENTITY*>(Annotations(*exporter, view).at(0))), {});
+    }
+    EXPECT_EQ(orderOf(ExporterInsides::Views(*exporter)), orderOf(views));
+    EXPECT_EQ(orderOf(ExporterInsides::Callouts(*exporter)), orderOf(dimensions));
+  }
+}
+
 // --- Repeated keys -------------------------------------------------------------------------------
 
 // A document that lists its entities twice.

@@ -203,6 +203,15 @@ TEST(ViewPlane, ThatTheKernelFailsToMakeIsTranslatedAndLeavesNothing) {
   }
 }
 
+TEST(ViewPlane, IsOfTheMemoryTypeOfModels) {
+  Part part;
+  AddPlacedText(part);
+  delete new (2, __FILE__, __LINE__) PLANE(plane());
+  ASSERT_EQ(standin::Count().lastMemoryType, 2);
+  Export(part);
+  EXPECT_EQ(standin::Count().lastMemoryType, 1);
+}
+
 TEST(ViewPlane, WithoutStorageEndsTheScanWithBadAllocAndLeavesNoPlane) {
   for (const int logging : {0, 5}) {
     Part part;

@@ -16,6 +16,7 @@ std::atomic<long> trackedBytes{0};
 std::atomic<long> managerStarts{0};
 std::atomic<long> deletionsOfDead{0};
 std::atomic<long> deletionCalls{0};
+std::atomic<int> lastMemoryType{0};
 
 Faults& faults() {
   thread_local Faults state;
@@ -90,8 +91,9 @@ bool kernel_state::is_live(const ENTITY* entity) { return registry().Holds(entit
 void initialize_mmgr_system() { ++kernel_state::managerStarts; }
 void terminate_mmgr_system() { --kernel_state::managerStarts; }
 
-void* ORVO_OBJECT::operator new(std::size_t size, int /*memoryType*/, const char* /*file*/,
+void* ORVO_OBJECT::operator new(std::size_t size, int memoryType, const char* /*file*/,
                                 int /*line*/) noexcept {
+  kernel_state::lastMemoryType = memoryType;
   auto& state = faults();
   if (++state.allocations == state.failAllocation) {
     state.fired = true;

@@ -15,6 +15,8 @@ extern std::atomic<long> managerStarts;
 extern std::atomic<long> deletionsOfDead;
 // Calls of api_del_entity_list.
 extern std::atomic<long> deletionCalls;
+// The memory type that the last tracked allocation asked for.
+extern std::atomic<int> lastMemoryType;
 
 // Where inside a frame a kernel exception is raised.
 enum class RaisePoint { Construction, Update };

@@ -17,7 +17,8 @@ Counters Count() {
           get_error_mark().state,
           kernel_state::deletionCalls,
           kernel_state::deletionsOfDead,
-          loader_state::threadCallsDisabled};
+          loader_state::threadCallsDisabled,
+          kernel_state::lastMemoryType};
 }
 
 Fault::Fault(const kernel_state::Faults& faults) { kernel_state::faults() = faults; }

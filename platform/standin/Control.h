@@ -19,6 +19,7 @@ struct Counters {
   long deletionCalls;
   long deletionsOfDead;
   long threadCallsDisabled;
+  int lastMemoryType;  // of the tracked allocations
 };
 Counters Count();
 

@@ -24,9 +24,9 @@ TEST(Captures, AreListedInTheModelsOrderForTheSetAlone) {
   } cases[] = {
       {*exporter, KOVAIdentifier(), 3}, {*exporter, other, 0}, {*withoutSet, KOVAIdentifier(), 0}};
   for (const auto& each : cases) {
-    unsigned count = 77;
+    unsigned count = kUntouched;
     EXPECT_THAT(each.exporter.GetCaptureCount(each.set, count), IsSuccess());
-    EXPECT_EQ(count, each.count != 0 ? each.count : 77);
+    EXPECT_EQ(count, each.count != 0 ? each.count : kUntouched);
     for (unsigned index : {0u, 1u, 2u, 3u, ~0u}) {
       const bool there = index < each.count;
       KOVAIdentifier capture = SentinelIdentifier();
@@ -46,8 +46,8 @@ TEST(Captures, FailForEachPartThatIsMissingAndTouchNothing) {
   for (const bool preset : {false, true}) {
     KOVAString name = SentinelString(), hidden = SentinelString();
     auto type = CameraTypePerspective;
-    double d[14] = {77, 77, 77, 77, 77, 77, 77, 77, 77, 77, 77, 77, 77, 77};
-    float plane[6] = {77, 77, 77, 77, 77, 77};
+    Untouched<double, 14> d;
+    Untouched<float, 6> plane;
     bool has = preset;
     const auto lookThrough = [&] {
       return exporter->GetCaptureCameraData(named, name, type, d, d + 3, d + 6, d + 9, d[12],
@@ -57,13 +57,13 @@ TEST(Captures, FailForEachPartThatIsMissingAndTouchNothing) {
     EXPECT_THAT(lookThrough(), FailsWith(kFailure));
     EXPECT_THAT(name, Reads(L"untouched"));
     EXPECT_EQ(type, CameraTypePerspective);
-    EXPECT_THAT(d, ::testing::Each(77));
+    EXPECT_THAT(d, ::testing::Each(kUntouched));
     EXPECT_THAT(exporter->GetCaptureHiddenText(named, hidden), FailsWith(kFailure));
     EXPECT_THAT(hidden, Reads(L"untouched"));
     EXPECT_THAT(exporter->HasClippingPlane(named, has), FailsWith(kFailure));
     EXPECT_EQ(has, preset);
     EXPECT_THAT(exporter->GetActiveView(named, plane), FailsWith(kFailure));
-    EXPECT_THAT(plane, ::testing::Each(77));
+    EXPECT_THAT(plane, ::testing::Each(kUntouched));
     // A camera without a name has an empty one.
     Edit(capture).camera = &camera;
     EXPECT_THAT(lookThrough(), IsSuccess());

@@ -26,11 +26,11 @@ TEST(Datums, AndTargetsFailOrAnswerNothingWhenTheirAttributeCarriesAnythingElse)
     Edit(attribute).datum = carried.first;
     Edit(targetAttribute).target = carried.second;
     KOVAString s[3] = {SentinelString(), SentinelString(), SentinelString()};
-    unsigned count = 77, index = 0;
+    unsigned count = kUntouched, index = 0;
     KOVAIdentifier handedOut = SentinelIdentifier();
     auto type = DatumTargetTypeArea;
     bool movable = true;
-    double points[6] = {77, 77, 77, 77, 77, 77};
+    Untouched<double, 6> points;
     const KOVAIdentifier datum = Naming(&attribute), target = Naming(&targetAttribute);
     for (const KOVAResult& result :
          {exporter->GetDatumLabel(datum, s[0]), exporter->GetDatumTargetCount(datum, count),
@@ -43,7 +43,7 @@ TEST(Datums, AndTargetsFailOrAnswerNothingWhenTheirAttributeCarriesAnythingElse)
     EXPECT_EQ(count, 77u);
     EXPECT_THAT(handedOut, IsSentinel());
     EXPECT_EQ(type, DatumTargetTypeArea);
-    EXPECT_THAT(points, Each(77));
+    EXPECT_THAT(points, Each(kUntouched));
   }
 }
 
@@ -58,12 +58,12 @@ TEST(DatumTargets, LeaveTheArrayOfAMissingPointAlone) {
     auto type = DatumTargetTypeArea;
     bool movable = true;
     KOVAString size, note;
-    double points[2][3] = {{77, 77, 77}, {77, 77, 77}};
+    Untouched<double, 3> points[2];
     EXPECT_THAT(exporter->GetDatumTargetInfo(Naming(&target), type, movable, size, note, points[0],
                                              points[1]),
                 IsSuccess());
     EXPECT_THAT(points[first ? 0 : 1], ElementsAre(1, 2, 3));
-    EXPECT_THAT(points[first ? 1 : 0], Each(77));
+    EXPECT_THAT(points[first ? 1 : 0], Each(kUntouched));
   }
 }
 

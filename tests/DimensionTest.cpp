@@ -33,7 +33,7 @@ TEST(DimensionTolerance, IsThereWhateverTheLimits) {
   Part part;
   auto& dimension = part.AddDimension({}, dim_linear, dim_sub_width, 40);
   const auto exporter = Export(part);
-  double lower = 77, upper = 77, precision = 77;
+  double lower = kUntouched, upper = kUntouched, precision = kUntouched;
   bool has = false;
   KOVAString upperText = SentinelString(), lowerText = SentinelString();
   EXPECT_THAT(exporter->GetDimensionTolerance(Naming(&dimension), lower, upper, precision, has,

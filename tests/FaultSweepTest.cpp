@@ -122,7 +122,7 @@ TEST(FaultSweep, KernelCallThatFailsCostsItsOwnStepAlone) {
   EXPECT_GT(calls, 30);
   for (long n = 1; n <= calls; ++n) {
     const auto exporter = [&] {
-      const standin::Fault fault = standin::Fault::KernelCall(n, 77);
+      const standin::Fault fault = standin::Fault::KernelCall(n, 7);
       auto made = Made(model);
       EXPECT_TRUE(fault.HasFired()) << n;
       return made;

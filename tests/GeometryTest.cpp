@@ -23,7 +23,7 @@ TEST(AssociatedGeometry, NamesTopologyAsTheBRepDoesAndEverythingElseAsTheExporte
 
   KOVAIdentifiers entities;
   const auto expectOwners = [&](KOVARepresentation* brep) {
-    int count = 77;
+    int count = kUntouched;
     EXPECT_THAT(exporter->GetNumberOfEntitiesFromAnnotation(Naming(&dimension), count),
                 IsSuccess());
     EXPECT_EQ(count, 8);
@@ -62,13 +62,13 @@ TEST(AssociatedGeometry, OfATargetIsThatOfItsLastGeometryOnceTheTargetIsHandedOu
                {nullptr, {&face}}};
   bool known = false;
   for (const auto& each : cases) {
-    int count = 77;
+    int count = kUntouched;
     // Asking alone makes no annotation of it.
     for (int ask = 0; ask < 2; ++ask) {
       EXPECT_THAT(exporter->GetNumberOfEntitiesFromAnnotation(Naming(&target), count),
                   HasCode(known ? 0 : kFailure));
     }
-    EXPECT_EQ(count == 77, !known);
+    EXPECT_EQ(count == kUntouched, !known);
     Edit(target).geometry = each.geometry;
     unsigned index = 0;
     KOVAIdentifier handedOut;

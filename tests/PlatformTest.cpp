@@ -193,10 +193,10 @@ TEST(StandinFault, FiresOnceAtItsCallAndSaysSo) {
   ATTRIB_GEN_NAME* attribute = nullptr;
   for (const bool afterWork : {false, true}) {
     attribute = nullptr;
-    const Fault fault = Fault::KernelCall(2, 77, afterWork);
+    const Fault fault = Fault::KernelCall(2, 7, afterWork);
     EXPECT_EQ(api_get_faces(&face, list).error_number(), 0);
     EXPECT_FALSE(fault.HasFired());
-    EXPECT_EQ(api_find_named_attribute(&face, "ATTRIB_XORVO_NAME", attribute).error_number(), 77);
+    EXPECT_EQ(api_find_named_attribute(&face, "ATTRIB_XORVO_NAME", attribute).error_number(), 7);
     EXPECT_TRUE(fault.HasFired());
     EXPECT_EQ(attribute != nullptr, afterWork);
     EXPECT_EQ(api_get_edges(&face, list).error_number(), 0);

@@ -28,15 +28,15 @@ TEST(TextFont, TakesEachFlagForAnyNonZeroValueNarrowsToTheNearestAndNeedsBothPro
         auto font = FontOutline;
         KOVAString name = SentinelString();
         bool b[6] = {true, true, true, true, true, true};
-        float f[3] = {77, 77, 77};
-        double colour[3] = {77, 77, 77};
+        Untouched<float, 3> f;
+        Untouched<double, 3> colour;
         EXPECT_THAT(exporter->GetTextFont(Naming(entity), font, name, b[0], f[0], b[1], b[2], b[3],
                                           b[4], b[5], f[1], f[2], colour),
                     HasCode(step >= 0 ? 0 : kFailure));
         for (int i = 0; i < 6; ++i) EXPECT_EQ(b[i], step < 0 || (i == step && value != 0)) << i;
-        EXPECT_EQ(f[0], step < 0 ? 77 : 0.1F);
-        EXPECT_EQ(f[1], step < 0 ? 77 : 1);
-        EXPECT_THAT(colour, ::testing::Each(77));
+        EXPECT_EQ(f[0], step < 0 ? kUntouched : 0.1F);
+        EXPECT_EQ(f[1], step < 0 ? kUntouched : 1);
+        EXPECT_THAT(colour, ::testing::Each(kUntouched));
       }
     }
   }

@@ -35,13 +35,13 @@ TEST_F(Tolerance, AnswersForEachOfItsRowsAndForNoOther) {
   for (const int index : {0, 1, 2, 3, -1}) {
     SCOPED_TRACE(index);
     auto shape = ToleranceValueTypeRadial;
-    double n[4] = {77, 77, 77, 77};
+    Untouched<double, 4> n;
     KOVAIdentifiers modifiers;
     const bool there = index == 0 || index == 1;
     EXPECT_THAT(exporter->GetToleranceRowInfo(named, index, shape, n[0], n[1], n[2], n[3]),
                 HasCode(there ? 0 : kFailure));
     EXPECT_EQ(shape, there ? ToleranceValueTypeNone : ToleranceValueTypeRadial);
-    EXPECT_EQ(n[0], there ? 0.5 + index : 77);
+    EXPECT_EQ(n[0], there ? 0.5 + index : kUntouched);
     // A row without modifiers fails as one that is not there.
     EXPECT_THAT(exporter->GetAnnotationToleranceModifiers(named, index, modifiers),
                 HasCode(index == 1 ? 0 : kFailure));
@@ -62,12 +62,12 @@ TEST_F(Tolerance, AppendsARowsModifiersInOrderEvenWhereOneIsMissing) {
   }
   auto type = ToleranceModifierBoundary;
   bool hasMagnitude = true;
-  double magnitude = 77;
+  double magnitude = kUntouched;
   EXPECT_THAT(exporter->GetZoneModifierData(modifiers.at(0), type, hasMagnitude, magnitude),
               IsSuccess());
   EXPECT_EQ(type, ToleranceModifierMaximumMaterial);
   EXPECT_FALSE(hasMagnitude);
-  EXPECT_EQ(magnitude, 77);
+  EXPECT_EQ(magnitude, kUntouched);
 }
 
 TEST_F(Tolerance, HasNoNotesWithoutANoteAndEmptyOnesWhereTextsAreMissing) {

@@ -181,12 +181,15 @@ TEST(ViewPlane, ThatTheKernelFailsToMakeIsTranslatedAndLeavesNothing) {
   for (const RaisePoint at : {RaisePoint::Construction, RaisePoint::Update}) {
     for (const Translation& row : kTranslations) {
       Part part;
-      auto& first = AddPlacedText(part);  // before the error
+      auto& first = part.Make<KOVAPMI_DIMENSION>();  // before the error, and after it
+      part.Place(first, {}, {1, 0, 0}, {0, 0, 1});
+      part.Group(6, {&first});
       auto& trap = part.Make<Trap>(row.error, at);
       part.GetDocument().Add(trap);
       auto& second = part.AddText(trap, L"placed in vain");
       auto& third = part.AddText(trap, L"placed in vain");
       for (auto* text : {&second, &third}) part.Place(*text, {}, {1, 0, 0}, {0, 0, 1});
+      part.Group(6, {&first});
       const Settings settings(row.nested ? 0 : 5);
       const auto before = Balance();
       const Fault fault = Fault::None();
@@ -195,7 +198,9 @@ TEST(ViewPlane, ThatTheKernelFailsToMakeIsTranslatedAndLeavesNothing) {
         EXPECT_EQ(standin::Count().liveEntities, before[0] + 1);
         ASSERT_EQ(Views(*exporter).size(), 2u);
         EXPECT_EQ(Annotations(*exporter, Views(*exporter)[0]), Entities{&first});
-        EXPECT_EQ(Annotations(*exporter, nullptr), (Entities{&second, &third}));
+        EXPECT_EQ(Annotations(*exporter, nullptr), (Entities{&second, &third, &first}));
+        float depth = kUntouched;
+        EXPECT_THAT(exporter->GetAnnotationZDepth(Naming(&first), depth), IsSuccess());
       });
       EXPECT_TRUE(fault.HasFired());
       EXPECT_EQ(Balance(), before) << row.error << static_cast<int>(at);

@@ -106,11 +106,6 @@ struct ExporterInsides {
     return exporter.GetPlaneParameters(std::forward<Arguments>(arguments)...);
   }
   template <typename... Arguments>
-  static KOVAResult GetAnnotPlaneParameters(KOVAOrvoPMIExporter& exporter,
-                                            Arguments&&... arguments) {
-    return exporter.GetAnnotPlaneParameters(std::forward<Arguments>(arguments)...);
-  }
-  template <typename... Arguments>
   static KOVAResult InvertPointOnPlane(KOVAOrvoPMIExporter& exporter, Arguments&&... arguments) {
     return exporter.InvertPointOnPlane(std::forward<Arguments>(arguments)...);
   }
@@ -188,6 +183,15 @@ Answer CountFrom(KOVAPMIExporter& exporter, KOVAResult (KOVAPMIExporter::*query)
   int count = kUntouched;
   const KOVAResult result = (exporter.*query)(arguments..., count);
   return {result.GetCode(), count};
+}
+
+// The coordinates of a point between two axes, in the order of operations that callers rely on.
+inline std::array<double, 2> Projected(const QENposition& origin, const QENvector& x,
+                                       const QENvector& y, const QENposition& point) {
+  const QENvector d = point - origin;
+  const double a = dot(x, d), b = dot(y, d), xx = dot(x, x), yy = dot(y, y), xy = dot(x, y);
+  const double det = yy * xx - xy * xy;
+  return {(yy * a - xy * b) / det, (xx * b - xy * a) / det};
 }
 
 // A text on a face of its own, with a plane of its own.

@@ -42,9 +42,9 @@ class RandomModel {
   }
 
   void Step() {
-    const int kind = Below(12), attributes = Below(6);
+    const int kind = Below(13), attributes = Below(6);
     if (kind == 0 || hosts_.empty()) return AddBody();
-    if (kind == 1) return AddGroup();
+    if (kind == 1 || kind == 12) return AddGroup();
     if (kind == 2) return List(collections_.emplace_back(&Filled(New<QENCOLLECTION>(), hosts_)));
     if (kind == 3 || kind == 4) return AddDimension();
     if (kind > 6) return AddAttributes(OneIn(2) ? hosts_.back() : Pick(hosts_), attributes, 0);
@@ -109,17 +109,23 @@ class RandomModel {
   void AddGroup() {
     const char* const marker = "ATTRIB_XORVO_GROUP_TYPE";
     const int type = Below(8);
-    auto& group = Filled(New<QENGROUP>(), type < 5 ? bodies_ : collections_);
+    auto& group = Filled(New<QENGROUP>(), type < 5   ? bodies_
+                                          : OneIn(2) ? dimensions_
+                                                     : collections_);
     if (type == 0) part.Make<ATTRIB_GEN_STRING>(&group, marker, "3");  // hides the integer
     if (type != 1) part.Integer(group, marker, type == 2 ? 5 : type < 5 ? 3 : 6);
     List(&group);
   }
 
   void AddDimension() {
-    const Entities& measured = OneIn(2) ? hosts_ : collections_;
+    const Entities& measured = OneIn(2) ? dimensions_ : OneIn(2) ? hosts_ : collections_;
     auto& dimension = Filled(New<KOVAPMI_DIMENSION>(), measured);
     if (OneIn(2)) part.Integer(dimension, "QENATTRIB_COANNOT_TYPE", Below(3));
+    const auto point = [&] { return QENposition() + Vector(); };
+    if (OneIn(2)) standin::Edit(dimension).line = {point(), point()};
+    if (OneIn(2)) standin::Edit(dimension).extension_lines = {point(), point(), point()};
     collections_.push_back(&dimension);
+    dimensions_.push_back(&dimension);
     List(&Drawn(dimension));
   }
 
@@ -180,7 +186,7 @@ class RandomModel {
   }
 
   std::mt19937 engine_;
-  Entities hosts_, annotations_, bodies_, collections_;
+  Entities hosts_, annotations_, bodies_, collections_, dimensions_;
   std::vector<KOVAPMI_DATUM*> datums_;
   std::vector<KOVAPMI_DATUMTGT*> targets_;
 };

@@ -88,17 +88,19 @@ struct ReferenceIndex {
     (take(As<Classes>(entity)), ...);
     return display;
   }
-  // The entity's display properties when they span a plane, else null.
-  static Display* PlaneOf(ENTITY* entity) {
+  static Display* DisplayOf(ENTITY* entity) {
     if (auto* a = As<ATTRIB_KOVAPMI_DATUM>(entity)) {
       entity = As<KOVAPMI_DATUM>(standin::Edit(*a).datum);
     } else if (auto* t = As<ATTRIB_KOVAPMI_DATUM_TARGET>(entity)) {
       entity = As<KOVAPMI_DATUMTGT>(standin::Edit(*t).target);
     }
-    Display* display =
-        FirstDisplay<ATTRIB_KOVAPMI_TEXT, ATTRIB_KOVAPMI_FLAGNOTE, ATTRIB_KOVAPMI_ROUGHNESS,
-                     ATTRIB_KOVAPMI_GEOM_TOL, KOVAPMI_DIMENSION, KOVAPMI_DATUM, KOVAPMI_DATUMTGT>(
-            entity);
+    return FirstDisplay<ATTRIB_KOVAPMI_TEXT, ATTRIB_KOVAPMI_FLAGNOTE, ATTRIB_KOVAPMI_ROUGHNESS,
+                        ATTRIB_KOVAPMI_GEOM_TOL, KOVAPMI_DIMENSION, KOVAPMI_DATUM,
+                        KOVAPMI_DATUMTGT>(entity);
+  }
+  // The entity's display properties when they span a plane, else null.
+  static Display* PlaneOf(ENTITY* entity) {
+    Display* display = DisplayOf(entity);
     if (display == nullptr) return nullptr;
     const QENvector along = display->get_primary_direction(), n = display->get_disp_plane_normal();
     const QENvector across = cross(QENunit_vector(n.x(), n.y(), n.z()), along);

@@ -45,7 +45,9 @@ class KOVARepresentation : public KOVAReferenceCount {
   ~KOVARepresentation() override;
 
   // The document, or null while it is not available.
-  KOVADocument* GetDocument() const { return document_.IsAvailable() ? &document_ : nullptr; }
+  virtual KOVADocument* GetDocument() const {
+    return document_.IsAvailable() ? &document_ : nullptr;
+  }
 
  private:
   KOVADocument& document_;

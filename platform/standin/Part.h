@@ -80,8 +80,7 @@ class Part {
   // Makes an entity of any class; only listed entities are top-level.
   template <typename Entity, typename... Arguments>
   Entity& Make(Arguments&&... arguments) {
-    entities_.reserve(entities_.size() + 1 > entities_.capacity() ? 2 * entities_.size() + 8
-                                                                  : entities_.capacity());
+    if (entities_.size() == entities_.capacity()) entities_.reserve(2 * entities_.size() + 8);
     auto* entity = new (1, __FILE__, __LINE__) Entity(std::forward<Arguments>(arguments)...);
     entities_.push_back(entity);
     return *entity;
@@ -108,12 +107,17 @@ class Part {
   QENGROUP& Group(int type, std::initializer_list<ENTITY*> members);
   QENCOLLECTION& Collection(const std::vector<ENTITY*>& members);
 
-  // --- Named attributes ---
+  // --- Named attributes, each added to the end of the entity's chain ---
 
+  // The entity's name ("ATTRIB_XORVO_NAME") as a wide string; null adds none.
   void Name(ENTITY& entity, const wchar_t* name);
+  // The entity's name as a narrow string in the process's multibyte encoding; null is kept as null.
   void NarrowName(ENTITY& entity, const char* name);
+  // The entity's identifier ("ATTRIB_XORVO_ID"); null is kept as null.
   void Id(ENTITY& entity, const char* id);
+  // An integer of any name.
   void Integer(ENTITY& entity, const char* attribute, int value);
+  // Marks the entity as hidden, for Ov_AttribTransfer::getShow.
   void Hide(ENTITY& entity);
 
   // --- PMI ---
@@ -155,6 +159,7 @@ class Part {
     Edit(annotation).display = &display;
     return display;
   }
+  // Appends a leader to the display properties; model coordinates.
   KOVAPMI_LEADER_GEN& AddLeader(KOVAPMI_DISPLAY_PROPERTIES& display, const QENposition& tail,
                                 const QENposition& head);
 

@@ -1,6 +1,9 @@
 #!/usr/bin/python3
-"""Takes out of the libraries' public headers what the stand-in offers beyond their description:
-cmake/plain_headers.py FOLDER changes a copy of the headers, FOLDER/<library>/*.h, in place.
+"""Takes out of the libraries' public headers what only the stand-in is known to offer.
+
+cmake/plain_headers.py FOLDER
+
+FOLDER/<library>/*.h are a copy of the headers, which is changed in place.
 
 In the plain headers a getter is not const, no function or constant is constexpr, a type code is a
 variable of the library, and a few operations are missing. Every change must find its place.
@@ -9,7 +12,7 @@ import pathlib
 import re
 import sys
 
-# Classes whose described signatures say const, and values whose coordinates are read from const.
+# Classes whose functions are const in the libraries, too, and values that are read as constants.
 KEEP_CONST = {
     "KOVAResult", "KOVAIdentifier", "KOVAAttributeExporter", "KOVAQALAttributeExporter",
     "KOVAAllocException", "KOVAAbortException", "QENvector", "QENunit_vector", "QENposition",

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the plug-in against a package KOVAPlatform that knows nothing of the stand-in: once with the
-# public headers of the eight libraries, and once with the same headers without what the stand-in
-# offers beyond the description of the libraries.
+# public headers of the eight libraries, and once with the same headers without what only the
+# stand-in is known to offer.
 set -eu
 cd "$(dirname "$0")/.."
 . cmake/setup.sh

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Builds the plug-in against a package KOVAPlatform that knows nothing of the stand-in: once with the
 # public headers of the eight libraries, and once with the same headers without what only the
-# stand-in is known to offer.
+# stand-in is known to offer. Compares what the plug-in uses with docs/platform.md.
 set -eu
 cd "$(dirname "$0")/.."
 . cmake/setup.sh
-need_packages "${base_packages[@]}" python3
+need_packages "${base_packages[@]}" python3-clang-14
 libraries=(framework_base framework_core framework_pmi framework_orvo
   orvo_kernel pmi_entities pmi_importer os_loader)
 folder=build/platform_check
@@ -107,6 +107,8 @@ for headers in public plain; do
   # What is left open is the part of the libraries.
   nm -D --undefined-only "$folder/build/$headers/lib/libKOVAOrvoPMIExporter.so" | grep -q ENTITY
 done
+
+/usr/bin/python3 cmake/platform_table.py "$folder/build/plain" "$folder/plain" docs/platform.md
 
 # A package that lacks a library is told from one that has all.
 sed -i 's/ os_loader)/)/' "$folder/public/KOVAPlatformConfig.cmake"

@@ -7,11 +7,13 @@
 namespace {
 
 thread_local long allocations = 0;
-thread_local long failing = 0;  // the allocation that fails; 0: none
+thread_local long failing = 0;  // the first allocation that fails; 0: none
+thread_local bool othersFail = false;
 
 // Storage of malloc's, so that sanitizers and leak checkers keep seeing it.
 void* Allocate(std::size_t size) noexcept {
-  if (++allocations == failing) return nullptr;
+  ++allocations;
+  if (allocations == failing || (othersFail && allocations > failing)) return nullptr;
   return std::malloc(size == 0 ? 1 : size);
 }
 
@@ -20,8 +22,14 @@ void* OrThrow(void* storage) { return storage != nullptr ? storage : throw std::
 }  // namespace
 
 long CountAllocations() { return allocations; }
-FailingAllocation::FailingAllocation(long n) { failing = allocations + n; }
-FailingAllocation::~FailingAllocation() { failing = 0; }
+FailingAllocation::FailingAllocation(long n, bool forGood) {
+  failing = allocations + n;
+  othersFail = forGood;
+}
+FailingAllocation::~FailingAllocation() {
+  failing = 0;
+  othersFail = false;
+}
 bool FailingAllocation::HasFired() const { return allocations >= failing; }
 
 void* operator new(std::size_t size) { return OrThrow(Allocate(size)); }

@@ -5,10 +5,10 @@
 // AllocationCounter.cpp is part of; on Windows without those of the shared libraries.
 long CountAllocations();
 
-// Lets the n-th of them from now on fail, once, while it lives.
+// Lets the n-th of them from now on fail, once or with all that follow, while it lives.
 class FailingAllocation {
  public:
-  explicit FailingAllocation(long n);
+  explicit FailingAllocation(long n, bool forGood = false);
   FailingAllocation(const FailingAllocation&) = delete;
   FailingAllocation& operator=(const FailingAllocation&) = delete;
   ~FailingAllocation();

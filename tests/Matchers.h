@@ -109,12 +109,6 @@ struct ExporterInsides {
   static KOVAResult InvertPointOnPlane(KOVAOrvoPMIExporter& exporter, Arguments&&... arguments) {
     return exporter.InvertPointOnPlane(std::forward<Arguments>(arguments)...);
   }
-  static KOVAResult Register(KOVAOrvoPMIExporter& exporter, const KOVAIdentifier& view,
-                             const KOVAIdentifier& annotation) {
-    const KOVAResult result = exporter.InitialiseViewVsAnnotationMap(view, annotation);
-    exporter.SortReverseIndexes();
-    return result;
-  }
   static KOVAResult InitializeCapture(KOVAOrvoPMIExporter& exporter, ENTITY*& capture) {
     return exporter.InitializeCapture(capture);
   }

@@ -49,6 +49,7 @@ constexpr unsigned DerivedFrom(unsigned kinds) { return kinds << kDerivedShift; 
 constexpr unsigned With(unsigned kinds) { return kinds | DerivedFrom(kinds); }
 constexpr unsigned kNotes = kText | kFlagNote, kEverything = ~0u;
 constexpr unsigned kObjects = kEverything & ~(kNullView | kSet);
+constexpr unsigned kNamed = kObjects & ~(kView | kLeader);
 constexpr unsigned kAttributes =
     kNotes | kRoughness | kTolerance | kDatumAttribute | kTargetAttribute;
 constexpr unsigned kAnnotations = kAttributes | With(kDimension);
@@ -88,6 +89,8 @@ struct Specimens {
   }
   void Add(unsigned kind, std::initializer_list<ENTITY*> entities, int step = 1) {
     for (ENTITY* entity : entities) {
+      part.Name(*entity, L"a name");
+      part.Id(*entity, "an identifier");
       kinds.push_back({kind, Naming(entity)});
       kind <<= step;
     }
@@ -286,8 +289,8 @@ const Query kQueries[] = {
     QUERY(GetCalloutAnnotationCount, (id, out.count), kEverything, 0, kNumbers, out.count = 0),
     QUERY(GetCalloutAnnotationAt, (id, 0, out.id), 0, 0, kNumbers, out.Nothing()),
     // What every annotation has.
-    QUERY(GetPID, (id, out.texts[0]), 0, kObjects, 0, out.Nothing()),
-    QUERY(GetAnnotationName, (id, out.texts[0]), 0, kObjects, 0, out.Nothing()),
+    QUERY(GetPID, (id, out.texts[0]), kNamed, kObjects, 0, out.Texts({L"an identifier"})),
+    QUERY(GetAnnotationName, (id, out.texts[0]), kNamed, kObjects, 0, out.Texts({L"a name"})),
     QUERY(GetAnnotationType, (id, out.as<KOVAPMIAnnotationType>()), kObjects, 0,
           kNumbers | kElsewhere, out.Nothing()),
     QUERY(IsAnnotationHidden, (id, out.flags[0]), kObjects, 0, kNumbers, out.Flags({false})),
@@ -492,6 +495,33 @@ TEST(Queries, ThatAnswerWithNumbersAllocateNothing) {
     query.ask(*model.exporter, id, outputs);
     EXPECT_EQ(CountAllocations(), start);
   });
+}
+
+TEST(Queries, ThatRunOutOfMemoryRaiseBadAllocAndAnswerTheNextTime) {
+  const auto others = [](const Query& query) { return !query.Is(kNumbers | kNever | kElsewhere); };
+  long failures = 0;
+  AskAboutEverything(others,
+                     [&](const Query& query, Specimens& model, unsigned kind, const auto& id) {
+                       if ((kind & query.accepted) == 0) return;
+                       bool fired = true;
+                       for (long n = 1; fired; ++n) {
+                         Outputs outputs(false);
+                         bool raised = false;
+                         {
+                           const FailingAllocation fault(n);
+                           try {
+                             query.ask(*model.exporter, id, outputs);
+                           } catch (const std::bad_alloc&) {
+                             raised = true;
+                           }
+                           fired = fault.HasFired();
+                         }
+                         EXPECT_EQ(raised, fired) << n;
+                         failures += fired;
+                       }
+                       Expect(query, *model.exporter, id, 0, &model);
+                     });
+  EXPECT_GT(failures, 300);
 }
 
 // --- Without a document --------------------------------------------------------------------------

@@ -42,15 +42,11 @@ class Comparison {
   }
 
  private:
-  using Numbers = std::vector<float>;
-
   void Put(std::ostream& out, long number) const { out << number; }
   void Put(std::ostream& out, const QENvector& v) const {
     out << v.x() << ' ' << v.y() << ' ' << v.z();
   }
-  void Put(std::ostream& out, const Numbers& numbers) const {
-    out << ::testing::PrintToString(numbers);
-  }
+  void Put(std::ostream& out, const Placement::Answers& answers) const { PrintTo(answers, &out); }
   void Put(std::ostream& out, const void* object) const {
     const auto& all = model_.part.GetEntities();
     const auto found = std::find(all.begin(), all.end(), object);
@@ -60,9 +56,7 @@ class Comparison {
   }
   static bool Equal(long a, long b) { return a == b; }
   static bool Equal(const void* a, const void* b) { return a == b; }
-  static bool Equal(const Numbers& a, const Numbers& b) {  // as bits, for the sake of NaN
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof a[0]) == 0;
-  }
+  static bool Equal(const Placement::Answers& a, const Placement::Answers& b) { return a == b; }
   static bool Equal(const QENvector& a, const QENvector& b) {
     return a.x() == b.x() && a.y() == b.y() && a.z() == b.z();
   }
@@ -165,86 +159,16 @@ class Comparison {
     SameList("capture", nullptr, expected_.captures, &Asked::GetCaptureCount, &Asked::GetCapture);
   }
 
-  // The plane of the walk's first view that has one and lists the annotation.
-  const plane* ViewPlaneOf(const KOVAIdentifier& annotation) {
-    const plane* found = nullptr;
-    ExporterInsides::Views(*exporter_).Walk([&](const KOVAIdentifier& view, const auto& listed) {
-      const auto at = std::find(listed.begin(), listed.end(), annotation);
-      if (at == listed.end() || view.GetNativeObject() == nullptr) return true;
-      found = &static_cast<PLANE*>(view.GetNativeObject())->equation();
-      return false;
-    });
-    return found;
-  }
-  // The last dimension of the walk that calls an entity out, else the entity.
-  KOVAIdentifier CallingOut(const KOVAIdentifier& called) {
-    KOVAIdentifier last = called;
-    ExporterInsides::Callouts(*exporter_)
-        .Walk([&](const KOVAIdentifier& key, const auto& callouts) {
-          for (const KOVAIdentifier& callout : callouts) {
-            if (EntityOf(callout) == EntityOf(called)) last = key;
-          }
-          return true;
-        });
-    return last;
-  }
-
-  // Position, depth, dimension line and extension lines of an entity, whatever names it.
   void ComparePlacement(ENTITY* entity) {
-    auto* dimension = Reference::As<KOVAPMI_DIMENSION>(entity);
-    const auto* display = Reference::DisplayOf(entity);
-    const auto fields = dimension ? standin::Edit(*dimension) : KOVAPMI_DIMENSION::fields();
-    const bool marked = dimension && Reference::Named(entity, "QENATTRIB_COANNOT_TYPE");
     const auto reached = reachedFrom_.find(entity);
-    const KOVAIdentifier own = Naming(reached == reachedFrom_.end() ? entity : reached->second);
-    const plane* const ownPlane = display || dimension ? ViewPlaneOf(own) : nullptr;
-    const plane* const place = marked ? ViewPlaneOf(CallingOut(own)) : ownPlane;
-    Numbers expected(13, kUntouched);
-    const auto write = [&](std::size_t at, const plane* in,
-                           const std::vector<QENposition>& points) {
-      for (const QENposition& p : points) {
-        const auto [u, v] = in ? InView(*in, p) : std::array<double, 2>{p.x(), p.y()};
-        expected[at++] = static_cast<float>(u);
-        expected[at++] = static_cast<float>(v);
-      }
-    };
-    if (display && place) write(0, place, {display->get_disp_pt()});
-    if (display && ownPlane)
-      expected[2] = static_cast<float>(Depth(*ownPlane, display->get_disp_pt()));
-    write(3, ownPlane, fields.line);
-    write(7, ownPlane, fields.extension_lines);
+    const Placement placement(*exporter_);
+    const auto walked =
+        placement.Walked(entity, reached == reachedFrom_.end() ? entity : reached->second);
     for (const KOVAIdentifier& id :
          {Naming(entity), KOVAIdentifier(entity, "misnamed", exporter_.get(), "misnamed",
                                          KOVAIdentifierCastHandle(nullptr))}) {
-      Numbers answers(13, kUntouched);
-      float* const f = answers.data();
-      KOVAPMIOrientation orientation{};
-      KOVAPMIArrowSymbol arrow{};
-      bool hasThird = false;
-      const auto same = [&](const KOVAResult& result, bool answered, const char* what) {
-        Same(result.GetCode(), answered ? 0 : kFailure, what, entity);
-      };
-      same(exporter_->GetAnnotationPositionInView(id, f, orientation, f[2]), display && place,
-           "position's result");
-      same(exporter_->GetAnnotationZDepth(id, f[2]), display && ownPlane, "depth's result");
-      same(exporter_->GetDimensionLine(id, arrow, f + 3, arrow, f + 5, hasThird, f),
-           !fields.line.empty(), "line's result");
-      same(exporter_->GetDimensionExtensionLines(id, f + 7, f + 9, f + 11),
-           !fields.extension_lines.empty(), "extension lines' result");
-      Same(answers, expected, "position, depth and lines", entity);
-      int leaders = kUntouched;
-      same(exporter_->GetAnnotationLeaderCount(id, leaders), display, "leader count's result");
-      Same(leaders, display ? 0 : kUntouched, "leader count", entity);
+      Same(placement.Answered(id), walked, "placement", entity);
     }
-  }
-  static QENvector YAxisOf(const plane& view) { return cross(view.normal, view.u_direction); }
-  static std::array<double, 2> InView(const plane& view, const QENposition& point) {
-    return Projected(view.root_point, view.u_direction, YAxisOf(view), point);
-  }
-  static double Depth(const plane& view, const QENposition& point) {
-    const auto [u, v] = InView(view, point);
-    const QENvector away = point - (view.root_point + u * view.u_direction + v * YAxisOf(view));
-    return std::sqrt(dot(away, away));
   }
 
   // What stands for a datum or target: the attribute that carries it, else it itself.

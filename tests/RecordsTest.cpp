@@ -4,7 +4,7 @@
 #include <tuple>
 #include <vector>
 
-#include "Matchers.h"
+#include "ReferenceIndex.h"
 
 namespace {
 
@@ -115,6 +115,8 @@ TEST(Records, OfADimensionMetTwiceKeepItsFirstCallouts) {
   auto& first = part.MakeCallout(callout_feature_depth, 3);
   auto& second = part.MakeCallout(callout_feature_thread, 4);
   auto& dimension = part.AddDimension({&first, &second}, dim_diametral, dim_sub_diameter, 8);
+  part.Place(first, {}, kAlongX, kUp);
+  part.Place(dimension, {}, kAlongX, kUp);
   TwiceDocument document;
   document.Add(dimension);
   for (const bool afterWork : {false, true}) {
@@ -123,6 +125,8 @@ TEST(Records, OfADimensionMetTwiceKeepItsFirstCallouts) {
     const auto exporter = Export(document);
     EXPECT_EQ(Callouts(*exporter, dimension), Entities{&second});
     EXPECT_EQ(Annotations(*exporter), (Entities{&dimension, &dimension}));
+    const Placement placement(*exporter);
+    EXPECT_EQ(placement.Answered(Naming(&first)), placement.Walked(&first));
   }
 }
 

@@ -1,13 +1,15 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <map>
 #include <string>
 #include <typeinfo>
 #include <vector>
 
+#include "Matchers.h"
 #include "orvo_kernel/api.h"
-#include "standin/Part.h"
 
 // What the exporter's index must hold for a model, worked out the plain way: by the C++ types of
 // the entities, over lists that are searched from the front.
@@ -189,4 +191,106 @@ struct ReferenceIndex {
     }
     views.push_back({display, {annotation}});
   }
+};
+
+// Where an entity stands and what is drawn of it, answered and by plain walks over the exporter's
+// maps.
+class Placement {
+ public:
+  struct Answers {
+    bool operator==(const Answers& other) const {
+      return codes == other.codes && leaders == other.leaders && points == other.points;
+    }
+    std::vector<long> codes;  // of position, depth, dimension line, extension lines, leader count
+    int leaders = kUntouched;
+    Untouched<float, 13> points;  // two for the position, one for the depth, four, six
+  };
+  friend void PrintTo(const Answers& answers, std::ostream* out) {
+    *out << ::testing::PrintToString(answers.codes) << ' ' << answers.leaders << ' '
+         << ::testing::PrintToString(answers.points);
+  }
+  explicit Placement(KOVAOrvoPMIExporter& exporter) : exporter_(exporter) {}
+
+  Answers Answered(const KOVAIdentifier& id) const {
+    Answers answers;
+    float* const f = answers.points;
+    KOVAPMIOrientation orientation{};
+    KOVAPMIArrowSymbol arrow{};
+    bool hasThird = false;
+    for (const KOVAResult& result :
+         {exporter_.GetAnnotationPositionInView(id, f, orientation, f[2]),
+          exporter_.GetAnnotationZDepth(id, f[2]),
+          exporter_.GetDimensionLine(id, arrow, f + 3, arrow, f + 5, hasThird, f),
+          exporter_.GetDimensionExtensionLines(id, f + 7, f + 9, f + 11),
+          exporter_.GetAnnotationLeaderCount(id, answers.leaders)}) {
+      answers.codes.push_back(result.GetCode());
+    }
+    return answers;
+  }
+
+  // `placedAs`: the datum that a target was reached from.
+  Answers Walked(ENTITY* entity, ENTITY* placedAs = nullptr) const {
+    auto* dimension = ReferenceIndex::As<KOVAPMI_DIMENSION>(entity);
+    auto* display = ReferenceIndex::DisplayOf(entity);
+    const auto fields = dimension ? standin::Edit(*dimension) : KOVAPMI_DIMENSION::fields();
+    const bool marked = dimension && ReferenceIndex::Named(entity, "QENATTRIB_COANNOT_TYPE");
+    const KOVAIdentifier id = Naming(placedAs ? placedAs : entity);
+    const plane* const own = display || dimension ? ViewPlaneOf(id) : nullptr;
+    const plane* const place = marked ? ViewPlaneOf(CallingOut(id)) : own;
+    Answers answers;
+    for (const bool found : {display && place, display && own, !fields.line.empty(),
+                             !fields.extension_lines.empty(), display != nullptr}) {
+      answers.codes.push_back(found ? 0 : kFailure);
+    }
+    const auto write = [&](std::size_t at, const plane* in,
+                           const std::vector<QENposition>& points) {
+      for (const QENposition& p : points) {
+        const auto [u, v] = in ? InView(*in, p) : std::array<double, 2>{p.x(), p.y()};
+        answers.points[at++] = static_cast<float>(u);
+        answers.points[at++] = static_cast<float>(v);
+      }
+    };
+    if (display && place) write(0, place, {display->get_disp_pt()});
+    if (display && own) answers.points[2] = static_cast<float>(Depth(*own, display->get_disp_pt()));
+    write(3, own, fields.line);
+    write(7, own, fields.extension_lines);
+    if (display) answers.leaders = display->get_leaders().count();
+    return answers;
+  }
+
+ private:
+  // The plane of the walk's first view that has one and lists the annotation.
+  const plane* ViewPlaneOf(const KOVAIdentifier& annotation) const {
+    const plane* found = nullptr;
+    ExporterInsides::Views(exporter_).Walk([&](const KOVAIdentifier& view, const auto& listed) {
+      const auto at = std::find(listed.begin(), listed.end(), annotation);
+      if (at == listed.end() || view.GetNativeObject() == nullptr) return true;
+      found = &static_cast<PLANE*>(view.GetNativeObject())->equation();
+      return false;
+    });
+    return found;
+  }
+  // The last dimension of the walk that calls an entity out, else the entity.
+  KOVAIdentifier CallingOut(const KOVAIdentifier& called) const {
+    KOVAIdentifier last = called;
+    ExporterInsides::Callouts(exporter_).Walk([&](const KOVAIdentifier& key, const auto& callouts) {
+      for (const KOVAIdentifier& callout : callouts) {
+        if (EntityOf(callout) == EntityOf(called)) last = key;
+      }
+      return true;
+    });
+    return last;
+  }
+
+  static QENvector YAxisOf(const plane& view) { return cross(view.normal, view.u_direction); }
+  static std::array<double, 2> InView(const plane& view, const QENposition& point) {
+    return Projected(view.root_point, view.u_direction, YAxisOf(view), point);
+  }
+  static double Depth(const plane& view, const QENposition& point) {
+    const auto [u, v] = InView(view, point);
+    const QENvector away = point - (view.root_point + u * view.u_direction + v * YAxisOf(view));
+    return std::sqrt(dot(away, away));
+  }
+
+  KOVAOrvoPMIExporter& exporter_;
 };

@@ -4,7 +4,7 @@
 
 #include "Matchers.h"
 
-// A model that holds every kind of PMI, placed and unplaced, with every structure behind it.
+// A model that holds every kind of annotation, placed and unplaced.
 class EveryKind {
  public:
   EveryKind() {

@@ -102,10 +102,6 @@ class Derived : public Base {
 // The exporter's private side, as far as tests look at it; the one definition of this struct.
 struct ExporterInsides {
   template <typename... Arguments>
-  static KOVAResult GetPlaneParameters(KOVAOrvoPMIExporter& exporter, Arguments&&... arguments) {
-    return exporter.GetPlaneParameters(std::forward<Arguments>(arguments)...);
-  }
-  template <typename... Arguments>
   static KOVAResult InvertPointOnPlane(KOVAOrvoPMIExporter& exporter, Arguments&&... arguments) {
     return exporter.InvertPointOnPlane(std::forward<Arguments>(arguments)...);
   }

@@ -33,7 +33,7 @@ class KOVADefaultPMIExporter : public KOVAPMIExporterExtended {
   }
   KOVAResult GetAnnotationPositionInView(const KOVAIdentifier& /*annotation*/, float* /*position*/,
                                          KOVAPMIOrientation& /*orientation*/,
-                                         float& /*angle*/) override {
+                                         float& /*unanswered*/) override {
     return DefaultAnswer();
   }
   KOVAResult GetAnnotationZDepth(const KOVAIdentifier& /*annotation*/, float& /*depth*/) override {
@@ -162,7 +162,7 @@ class KOVADefaultPMIExporter : public KOVAPMIExporterExtended {
     return DefaultAnswer();
   }
   KOVAResult GetDatumAt(const KOVAIdentifier& /*reference*/, int /*index*/,
-                        KOVAIdentifier& /*datum*/, KOVAIdentifier& /*owner*/,
+                        KOVAIdentifier& /*datum*/, KOVAIdentifier& /*unanswered*/,
                         KOVAIdentifiers& /*modifiers*/) override {
     return DefaultAnswer();
   }
@@ -235,8 +235,9 @@ class KOVADefaultPMIExporter : public KOVAPMIExporterExtended {
     return DefaultAnswer();
   }
   KOVAResult GetDatumTargetInfo(const KOVAIdentifier& /*target*/, KOVAPMIDatumTargetType& /*type*/,
-                                bool& /*movable*/, KOVAString& /*size*/, KOVAString& /*note*/,
-                                double* const /*position1*/, double* const /*position2*/) override {
+                                bool& /*unansweredFlag*/, KOVAString& /*unansweredText*/,
+                                KOVAString& /*note*/, double* const /*position1*/,
+                                double* const /*position2*/) override {
     return DefaultAnswer();
   }
   KOVAResult GetRoughnessObtention(const KOVAIdentifier& /*annotation*/,

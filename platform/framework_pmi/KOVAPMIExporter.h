@@ -134,7 +134,8 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
   // What the dimension measures, in the large.
   virtual KOVAResult GetDimensionMainType(const KOVAIdentifier& annotation,
                                           KOVAPMIDimensionMainType& type) = 0;
-  // The feature that a callout dimension belongs to; a failure for a dimension that is not a callout.
+  // The feature that a callout dimension belongs to; a failure for a dimension that is not a
+  // callout.
   virtual KOVAResult GetCalloutFeatureAnnotationProperties(
       const KOVAIdentifier& annotation, KOVAPMICalloutFeatureAnnotationType& type) = 0;
   // The three points of the extension lines, two floats each, in the frame of the dimension's view;
@@ -290,8 +291,8 @@ class KOVAPMIExporter : public KOVAExportRepresentation {
                                 KOVAIdentifier& capture) = 0;
   // The number of a capture's members.
   virtual KOVAResult GetCaptureEntityCount(const KOVAIdentifier& capture, unsigned int& count) = 0;
-  // A member: sets the native object of `entity`. CAVEAT: for a member that is not an annotation the
-  // result is a success and `entity` is untouched.
+  // A member: sets the native object of `entity`. CAVEAT: for a member that is not an annotation
+  // the result is a success and `entity` is untouched.
   virtual KOVAResult GetCaptureEntity(const KOVAIdentifier& capture, unsigned int& index,
                                       KOVAIdentifier& entity) = 0;
   // The camera: three doubles an array, model coordinates in model length units, the last one the

@@ -14,8 +14,10 @@
 //   annotationsOfView.Add(view, {annotation});
 //   annotationsOfView.AddOrAppend(view, another);
 //   if (const auto* list = annotationsOfView.Find(view)) ...
-//   annotationsOfView.Walk([](const KOVAIdentifier& view, const auto& annotations) { ...; return
-//   true; });
+//   annotationsOfView.Walk([&](const KOVAIdentifier& view, const auto& annotations) {
+//     ...
+//     return true;  // go on
+//   });
 //
 // It is stored in an open-addressing table or, when that is allowed and KOVAHashOption asks for it,
 // in a standard unordered map. A walk visits the table by position, so its order follows the hash
@@ -65,8 +67,8 @@ class IdentifierHashMap {
     }
   }
 
-  // Forgets every pair; the table is that of a map made for 12. CAVEAT: a map made for fewer needs
-  // memory for it, and can't be used any more when there is none.
+  // Forgets every pair; the table is that of a map made for 12. CAVEAT: throws std::bad_alloc for a
+  // map that was made for fewer when there is no memory; such a map can only be destroyed then.
   void Clear();
 
   // The number of pairs.

@@ -3,7 +3,7 @@
 #include "KOVAOrvoPMIExporterExport.h"
 #include "framework_core/KOVAAttributeExporter.h"
 
-// Attributes of single objects: all as the framework answers them, but for the current state.
+// Attributes of single objects: all as the framework answers them, except the current state.
 //
 //   KOVAAttributeExporter* attributes = nullptr;
 //   bool current = false;
@@ -19,7 +19,7 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIAttributeExporter : public KOVAQALAttribut
   KOVAOrvoPMIAttributeExporter& operator=(const KOVAOrvoPMIAttributeExporter& other);
   ~KOVAOrvoPMIAttributeExporter() override;
 
-  // Whether the identifier's entity is current. An identifier without a native object fails with
-  // 0x1000001. CAVEAT: `current` is false after a failure.
+  // Sets `current` to true if the identifier's entity is current. An identifier without a native
+  // object fails with 0x1000001. CAVEAT: `current` is false after a failure.
   KOVAResult GetCurrentState(const KOVAIdentifier& identifier, bool& current) const override;
 };

@@ -41,10 +41,12 @@ class QENvector;
 // says otherwise, a query answers 0x1000008 while the document has not been found (the two about
 // leader points do not look), 0x1000001 for an object of the wrong kind or an index out of range,
 // and 0 otherwise, and on failure leaves its outputs untouched. An identifier is resolved by its
-// native object; its type name counts only for GetLeader3DPoint.
+// native object; what else it says counts only for the set in the two capture queries that take it
+// and for leaders.
 //
-// CAVEAT: one exporter must not be queried from two threads at once, since a few queries write to
-// it; separate exporters of separate documents share nothing.
+// CAVEAT: one exporter must not be queried from two threads at once, since GetDatumTargetAt writes
+// to it and queries move the iteration of the model's lists; separate exporters of separate
+// documents share nothing.
 class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
  public:
   // Scans the model when the document is available. Throws what the scan throws; then nothing is
@@ -269,8 +271,8 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   KOVA_ORVO_PMI_INTERNAL void Release();
   KOVA_ORVO_PMI_INTERNAL void DeleteViewPlanes();
 
-  // The scan: what hangs on an entity, and what that is attached to. The `ENTITY*&` parameters are
-  // part of these operations' given declarations; none is ever changed.
+  // The scan: what hangs on an entity, and what that is attached to. Results are folded by the
+  // framework's own operators. No `ENTITY*&` parameter is ever set to another entity.
   KOVAResult InitializeAnnotationSetFromEntities(ENTITY*& entity);
   KOVAResult GetOwnerList(ENTITY*& entity, Owners& owners);
   KOVAResult InitializeDimension(ENTITY*& dimension);
@@ -341,7 +343,9 @@ class KOVA_ORVO_PMI_EXPORT KOVAOrvoPMIExporter : public KOVADefaultPMIExporter {
   std::map<ENTITY*, ENTITY*> datumAnnotationMap;        // datum -> the attribute that carries it
   std::map<ENTITY*, ENTITY*> datumTargetAnnotationMap;  // target -> the attribute that carries it
 
-  ReverseIndex planesOfAnnotations_;   // annotation -> the planes of the views that hold it
-  ReverseIndex dimensionsOfCallouts_;  // callout -> the dimensions that list it
-  std::vector<ENTITY*> viewPlanes_;    // owned: every plane made for a view, or null
+  ReverseIndex planesOfAnnotations_;  // annotation -> the planes of the views that hold it; the
+                                      // first one counts
+  ReverseIndex
+      dimensionsOfCallouts_;         // callout -> the dimensions that list it; the last one counts
+  std::vector<ENTITY*> viewPlanes_;  // owned: every plane made for a view, or null
 };

@@ -35,7 +35,7 @@ void BecomeLeader(void* leader, KOVAIdentifier& identifier);
 void BecomeReferenceFrame(void* frame, KOVAIdentifier& identifier);
 void BecomeAnnotation(ENTITY* annotation, KOVAIdentifier& identifier);
 
-// Whether the identifier carries the leaders' type name.
+// Returns true if the identifier carries the leaders' type name.
 bool IsLeader(const KOVAIdentifier& identifier);
 
 // The native object as an entity, or null.

@@ -1,6 +1,4 @@
 // Lifecycle and the annotation set.
-#include <new>
-
 #include "QueryShape.h"
 #include "orvo_kernel/api.h"
 
@@ -45,9 +43,9 @@ void KOVAOrvoPMIExporter::Release() {
   annotationSet = nullptr;
 }
 
-// One call deletes all planes. When there is no memory to list them all, those listed so far go
-// first; when twice in a row not one can be listed, the rest stays in the model, since an exception
-// that leaves a destructor would end the process.
+// One call deletes all planes. When the list runs out of memory, those listed so far go first; when
+// twice in a row not one can be listed, the rest stays in the model, since an exception that leaves
+// a destructor would end the process.
 void KOVAOrvoPMIExporter::DeleteViewPlanes() {
   auto next = viewPlanes_.begin();
   for (int failures = 0; next != viewPlanes_.end() && failures < 2;) {
@@ -56,7 +54,7 @@ void KOVAOrvoPMIExporter::DeleteViewPlanes() {
       for (; next != viewPlanes_.end(); ++next) {
         if (*next != nullptr) planes.add(*next);
       }
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
     }
     failures = planes.iteration_count() == 0 ? failures + 1 : 0;
     if (failures == 0) api_del_entity_list(planes);

@@ -106,7 +106,8 @@ KOVAResult KOVAOrvoPMIExporter::GetDatumTargetLabel(const KOVAIdentifier& target
 }
 
 KOVAResult KOVAOrvoPMIExporter::GetDatumTargetInfo(const KOVAIdentifier& target,
-                                                   KOVAPMIDatumTargetType& type, bool& /*unansweredFlag*/,
+                                                   KOVAPMIDatumTargetType& type,
+                                                   bool& /*unansweredFlag*/,
                                                    KOVAString& /*unansweredText*/, KOVAString& note,
                                                    double* const position1,
                                                    double* const position2) {

@@ -28,19 +28,11 @@ Character* NewCopy(const Character* text, std::size_t length) {
   return copy;
 }
 
-// Multibyte to wide under the process's locale. A text that can't be converted gives a count with
-// all bits set, and so a limit of 0 and an empty text.
-bool Convert(const char* source, wchar_t* destination) {
-  const std::size_t count = std::mbstowcs(nullptr, source, std::strlen(source) + 1);
-  destination[0] = L'\0';
-  return std::mbstowcs(destination, source, count + 1) != 0;
-}
-
 // Calls use(text) with the entity's name and returns true if it has one: a wide name goes to the
-// caller's string where it stands, a copy less. CAVEAT: the outcome of the look-up matters for a
-// narrow name only.
-template <typename Use>
-bool UseName(ENTITY* entity, Use use) {
+// caller's string where it stands, a copy less. A narrow one is converted by convert(from, to).
+// CAVEAT: the outcome of the look-up matters for a narrow name only.
+template <typename Convert, typename Use>
+bool UseName(ENTITY* entity, Convert convert, Use use) {
   ATTRIB_GEN_NAME* attribute = nullptr;
   outcome found = api_find_named_attribute(entity, kNameAttribute, attribute);
   if (attribute == nullptr) return false;
@@ -55,7 +47,7 @@ bool UseName(ENTITY* entity, Use use) {
   // Some encodings turn one byte into several wide characters: the bytes can't be counted instead.
   const std::size_t size = std::mbstowcs(nullptr, value, 0) + 1;
   std::vector<wchar_t> converted(std::max<std::size_t>(size, 1));
-  Convert(value, converted.data());
+  convert(value, converted.data());
   use(converted.data());
   return true;
 }
@@ -83,15 +75,22 @@ KOVAResult KOVAOrvoPMIExporter::GetEntityID(ENTITY* entity, char*& id) {
 KOVAResult KOVAOrvoPMIExporter::GetAnnotationName(const KOVAIdentifier& annotation,
                                                   KOVAString& name) {
   return AnswerFromObject<ENTITY>(annotation, [&](ENTITY& entity) {
-    UseName(&entity, [&](const wchar_t* text) { name = KOVAString(text); });
+    UseName(
+        &entity, [this](const char* from, wchar_t* to) { CopyFromMBCS(from, to); },
+        [&](const wchar_t* text) { name = KOVAString(text); });
     return Success;
   });
 }
 
 bool KOVAOrvoPMIExporter::GetEntityNameW(ENTITY* entity, wchar_t*& name) {
-  return UseName(entity, [&](const wchar_t* text) { name = NewCopy(text, std::wcslen(text)); });
+  return UseName(
+      entity, [this](const char* from, wchar_t* to) { CopyFromMBCS(from, to); },
+      [&](const wchar_t* text) { name = NewCopy(text, std::wcslen(text)); });
 }
 
+// A text that can't be converted gives a count with all bits set, and so a limit of 0.
 bool KOVAOrvoPMIExporter::CopyFromMBCS(const char* const source, wchar_t* const destination) {
-  return Convert(source, destination);
+  const std::size_t count = std::mbstowcs(nullptr, source, std::strlen(source) + 1);
+  destination[0] = L'\0';
+  return std::mbstowcs(destination, source, count + 1) != 0;
 }

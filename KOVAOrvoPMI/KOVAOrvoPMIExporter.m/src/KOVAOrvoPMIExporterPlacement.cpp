@@ -96,8 +96,9 @@ KOVAResult KOVAOrvoPMIExporter::GetPlace(const KOVAIdentifier& annotation, bool 
                HasNamedAttribute(&entity, kCalloutTypeAttribute)) {
       GetDimensionAnnotFromCalloutAnnot(&entity, placement);
     }
-    point = display->get_disp_pt();
-    return GetFrame(placement, frame);
+    const KOVAResult placed = GetFrame(placement, frame);
+    if (placed.IsSuccess()) point = display->get_disp_pt();
+    return placed;
   });
 }
 

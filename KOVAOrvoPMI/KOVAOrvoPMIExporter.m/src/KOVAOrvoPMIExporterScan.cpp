@@ -161,8 +161,8 @@ KOVAResult KOVAOrvoPMIExporter::GetOwnerList(ENTITY*& entity, Owners& owners) {
 
 KOVAResult KOVAOrvoPMIExporter::InitializeDimension(ENTITY*& dimension) {
   // A driving-dimension group may hold what has no members to measure; that is passed over.
-  auto* collection = As<QENCOLLECTION>(dimension);
-  if (collection == nullptr) return Failure;
+  if (!IsKind<KOVAPMI_DIMENSION>(dimension) && !IsKind<QENCOLLECTION>(dimension)) return Failure;
+  auto* collection = static_cast<QENCOLLECTION*>(dimension);
   ENTITY_LIST found;
   found.add(dimension);
   Owners owners;

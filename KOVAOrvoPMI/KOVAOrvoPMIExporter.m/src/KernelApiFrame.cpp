@@ -44,15 +44,15 @@ struct KernelError {
 
 // Runs the body between begin and end, with a kernel exception turned into the result.
 void RunBracketed(const std::function<ENTITY*()>& body, ENTITY*& product, outcome& result,
-                  KernelError& error) {
+                  orvo_exception& holder, KernelError& error) {
   const Bracket bracket(result);
   try {
     product = body();
     if (result.error_number() == 0) update_from_bb();
   } catch (orvo_exception& raised) {
     try {
-      raised.set_info(raised.info(), __FILE__, __LINE__);
       error = {raised.error_number(), raised.info()};
+      holder.set_info(error.info, __FILE__, __LINE__);
       result = outcome(error.number, base_to_err_info(error.info));
     } catch (orvo_exception& second) {
       if (error.number == 0) error = {second.error_number(), second.info()};
@@ -78,7 +78,7 @@ void RunInKernelApiFrame(const std::function<ENTITY*()>& body, ENTITY*& product)
   {
     orvo_exception holder(0, nullptr, nullptr, 0);
     KernelError error;
-    RunBracketed(body, product, result, error);
+    RunBracketed(body, product, result, holder, error);
     if (result.error_number() != 0) product = nullptr;  // its board was rolled back
     if (orvo_interrupted()) sys_error(error.number, error.info);
   }

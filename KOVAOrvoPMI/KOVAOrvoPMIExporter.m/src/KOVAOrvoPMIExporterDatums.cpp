@@ -1,4 +1,6 @@
 // Datums and datum targets.
+#include <utility>
+
 #include "Coordinates.h"
 #include "QueryShape.h"
 #include "orvo_kernel/geometry.h"
@@ -113,8 +115,9 @@ KOVAResult KOVAOrvoPMIExporter::GetDatumTargetInfo(const KOVAIdentifier& target,
                                                    double* const position2) {
   return AnswerFromDatum(target, &KOVAOrvoPMIExporter::GetDatumTargetFromAnnotation,
                          [&](KOVAPMI_DATUMTGT& found) {
+                           KOVAString noteCopy(found.get_wnote());
                            type = KOVAOrvoPMIEnumUtils::ToEnum(found.get_datum_target_type());
-                           note = KOVAString(found.get_wnote());
+                           note = std::move(noteCopy);
                            CopyPoint(found.get_position1(), position1);
                            CopyPoint(found.get_position2(), position2);
                            return Success;

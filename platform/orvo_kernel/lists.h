@@ -13,8 +13,6 @@ class ENTITY_LIST {
   // appended and its position is given. Null is never appended (-1).
   // Throws std::bad_alloc and leaves the list as it was.
   int add(ENTITY* entity, bool check = true);
-  // Makes room, so that the next `add` without a check needs no memory. Throws std::bad_alloc.
-  void make_room();
   // Takes the entity out; its position stays behind as an empty place.
   void remove(const ENTITY* entity);
   void clear();
@@ -34,6 +32,8 @@ class ENTITY_LIST {
   ENTITY* next() const;
 
  private:
+  // Makes room for one more entity. Throws std::bad_alloc.
+  void make_room();
   void index_all();
   std::size_t slot_of(const ENTITY* entity) const;
 

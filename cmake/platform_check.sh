@@ -34,7 +34,8 @@ target_link_options(os_loader_shim INTERFACE LINKER:-z,undefs)
 END
 }
 configure() {
-  cmake -G Ninja -B "$folder/build/$1" -DKOVA_PLATFORM="$folder/$1" -DCMAKE_CXX_COMPILER=g++
+  cmake -G Ninja -B "$folder/build/$1" -DKOVA_PLATFORM="$folder/$1" -DCMAKE_CXX_COMPILER=g++ \
+    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON
 }
 
 # accepts HEADERS STATEMENT ...: true if the statements compile with these headers.

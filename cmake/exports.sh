@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fails unless a library shows the two classes, the factory and the marker alone; a DLL also has to
-# tell the system's own loader to leave it alone: cmake/exports.sh LIBRARY.
+# Fails unless a library exports the two classes, the factory, the marker and nothing else. A DLL also
+# has to ask the system's loader not to tell it of threads: cmake/exports.sh LIBRARY.
 set -eu
 need() { grep -qE "$1" <<<"$2" || { echo "missing: $1" >&2 && exit 1; }; }
 

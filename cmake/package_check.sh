@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the release build, moves the prefix and builds against it, with g++ and with clang++, what
-# README shows under "Use it from another project", word by word, and a project of C alone.
+# README shows under "Use it from another project", word by word, and a project in C only.
 set -eu
 cd "$(dirname "$0")/.."
 . cmake/setup.sh

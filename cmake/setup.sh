@@ -29,7 +29,7 @@ need_packages() {
 base_packages=(g++ cmake ninja-build libpugixml-dev nlohmann-json3-dev libcli11-dev libgtest-dev
   libgmock-dev)
 
-# quietly COMMAND ...: runs it and shows what it printed when it fails alone.
+# quietly COMMAND ...: runs it and shows what it printed only when it fails.
 quietly() {
   local log status=0
   log=$(mktemp)

@@ -3,7 +3,7 @@
 # Wine keeps its files in the folder PREFIX (absolute), which the first call makes.
 set -eu
 export WINEPREFIX=$1 WINEDEBUG=-all
-# Asks for no add-ons, leaves the desktop's menus alone, opens no window.
+# Asks for no add-ons, does not touch the desktop's menus, opens no window.
 export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 unset DISPLAY
 shift

@@ -12,7 +12,7 @@ class KOVAResult {
     return *this;
   }
 
-  // Whether the code is 0.
+  // True if the code is 0.
   constexpr bool IsSuccess() const noexcept { return code_ == 0; }
   // The code.
   constexpr long GetCode() const noexcept { return code_; }

@@ -1,4 +1,4 @@
-#include "framework_base/Switches.h"
+#include "framework_base/internals.h"
 
 #include "framework_base/KOVAHashOption.h"
 #include "framework_base/KOVAQalOrvoDepthCounter.h"

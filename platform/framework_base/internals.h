@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-// The state behind the two framework switches. No part of what the plug-in may use.
+// The state behind the two framework switches. The plug-in may not use it.
 namespace framework_switches {
 
 // What KOVAHashOption answers.

@@ -11,7 +11,7 @@ class KOVAAttributeExporter {
   KOVAAttributeExporter& operator=(const KOVAAttributeExporter&) = default;
   virtual ~KOVAAttributeExporter();
 
-  // Whether the object is current (in force, not suppressed).
+  // Writes whether the object is current (in force, not suppressed).
   virtual KOVAResult GetCurrentState(const KOVAIdentifier& identifier, bool& current) const = 0;
 };
 

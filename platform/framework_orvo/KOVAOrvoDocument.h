@@ -21,7 +21,7 @@ class KOVAOrvoEntityUtils {
                                     KOVAIdentifier& identifier);
 };
 
-// Reads the framework's own attributes of an entity. Each answers whether the entity carries the
+// Reads the framework's own attributes of an entity. Each returns true if the entity carries the
 // information.
 class Ov_AttribTransfer {
  public:

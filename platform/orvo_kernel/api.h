@@ -7,7 +7,7 @@
 // The kernel's functions. Each answers by an outcome; a failed one has changed nothing, unless it
 // says otherwise.
 
-// Options that a call may be given; none of ours gives any.
+// Options that a call may be given; the plug-in gives none.
 class api_options;
 
 // Append the faces, edges or vertices of a topological entity to `list`, each once, in model order.
@@ -38,6 +38,6 @@ void api_bb_end(outcome& result, int nested, int stopLogging);
 // Brings the model up to date with the open board. May raise a kernel exception.
 void update_from_bb();
 
-// Whether the kernel logs its changes, non-zero or 0, on this thread.
+// Not 0 if the kernel logs its changes on this thread.
 int logging_opt_on();
 void set_logging(int on);

@@ -81,7 +81,7 @@ void error_end();
 // Looks for errors left pending in the operating system's exception state.
 void ORVOExceptionCheck(const char* where);
 
-// Whether the user asked the kernel to stop.
+// True if the user asked the kernel to stop.
 bool orvo_interrupted();
 
 enum problems_list_prop_type { problems_list_none, problems_list_propagate };

@@ -5,8 +5,8 @@
 
 class ENTITY;
 
-// The state behind the kernel: what it counts and what it is told to get wrong. No part of what the
-// plug-in may use.
+// The state behind the kernel: what it counts and what it is told to get wrong. The plug-in may not
+// use it.
 namespace kernel_state {
 
 extern std::atomic<long> liveEntities;

@@ -44,7 +44,7 @@ class FACE : public ENTITY {
 };
 ORVO_ENTITY_TEST(FACE);
 
-// A solid or sheet body of faces, or a wire body of edges alone.
+// A solid or sheet body of faces, or a wire body of edges only.
 class BODY : public ENTITY {
   ORVO_ENTITY_IDENTITY(BODY, ENTITY)
 

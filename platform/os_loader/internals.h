@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-// The state behind the loader. No part of what the plug-in may use.
+// The state behind the loader. The plug-in may not use it.
 namespace loader_state {
 
 // How often a library asked to be left alone.

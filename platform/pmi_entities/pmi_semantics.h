@@ -112,7 +112,7 @@ class KOVAPMI_ZONE_MODIFIER : public ENTITY {
   };
 
   zone_modifier_type GetZoneModifierType() const { return fields_.type; }
-  // Whether the modifier has a magnitude; `magnitude` is untouched when not.
+  // True if the modifier has a magnitude, which is then written.
   bool GetZoneModifierMagnitude(double& magnitude) const;
 
   PMI_ENTITY_FIELDS

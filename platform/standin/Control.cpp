@@ -1,6 +1,6 @@
 #include "standin/Control.h"
 
-#include "framework_base/Switches.h"
+#include "framework_base/internals.h"
 #include "orvo_kernel/errors.h"
 #include "orvo_kernel/internals.h"
 #include "os_loader/internals.h"

@@ -100,12 +100,12 @@ class Records {
   }
   double SecondsToFree() {
     return Time([&] {
+      owners_.clear();
+      std::vector<std::vector<KOVAIdentifier>>().swap(lists_);
       ENTITY_LIST planes;
       for (const KOVAIdentifier& view : views_) {
         planes.add(static_cast<ENTITY*>(view.GetNativeObject()));
       }
-      owners_.clear();
-      std::vector<std::vector<KOVAIdentifier>>().swap(lists_);
       std::vector<KOVAIdentifier>().swap(views_);
       api_del_entity_list(planes);
     });

@@ -10,9 +10,17 @@ case $1 in
   names=$(sed -n '/^\[Ordinal\/Name Pointer\] Table/,/^$/s/^\t\[ *[0-9]*\] //p' <<<"$tables")
   need '[[:space:]]DisableThreadLibraryCalls$' "$tables"
   ;;
-*) names=$(nm -D --defined-only --format=posix "$1" | cut -d ' ' -f 1) ;;
+*)
+  names=$(nm -D --defined-only --format=posix "$1" | cut -d ' ' -f 1)
+  header=$(dirname "$0")/../KOVAOrvoPMI/KOVAOrvoPMIExporter.m/PublicInterfaces/KOVAOrvoPMIExporter.h
+  inside=$(sed -n 's/^ *KOVA_ORVO_PMI_INTERNAL .* \([A-Za-z]*\)(.*/\1/p' "$header" | paste -sd '|')
+  ;;
 esac
 names=$(c++filt <<<"$names")
+if shown=$(grep -E "::(${inside:-none})\\(" <<<"$names"); then
+  echo "shown: $shown" >&2
+  exit 1
+fi
 for class in KOVAOrvoPMIExporter KOVAOrvoPMIAttributeExporter; do
   need "^vtable for $class\$" "$names"
   need "^$class::~$class\\(\\)\$" "$names"

@@ -105,6 +105,7 @@ TEST(KernelApiFrame, OpensBoardAndErrorContextForItsBodyAndClosesThem) {
   for (const int logging : {0, 1, 5}) {
     const Settings settings(logging);
     const auto before = Balance();
+    const long passedOn = kernel_state::context().problemsPassedOn;
     EXPECT_TRUE(RunFrame([&] {
       EXPECT_EQ(standin::Count().openBoards, 1);
       EXPECT_EQ(standin::Count().errorDepth, 1);
@@ -113,6 +114,7 @@ TEST(KernelApiFrame, OpensBoardAndErrorContextForItsBodyAndClosesThem) {
       Settings::Set(9, 3);
     }));
     EXPECT_EQ(Balance(), before) << logging;
+    EXPECT_EQ(kernel_state::context().problemsPassedOn, passedOn + 1);
     EXPECT_EQ(KOVAQalOrvoDepthCounter::GetCurrentDepthCount(), 0);
   }
 }

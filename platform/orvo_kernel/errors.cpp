@@ -53,5 +53,7 @@ void ORVOExceptionCheck(const char* /*where*/) {}
 
 bool orvo_interrupted() { return faults().interrupted; }
 
-void problems_list_prop::process_result(outcome& /*result*/, problems_list_prop_type /*type*/,
-                                        int /*depth*/) {}
+void problems_list_prop::process_result(outcome& /*result*/, problems_list_prop_type type,
+                                        int depth) {
+  if (type == problems_list_propagate && depth == 0) ++context().problemsPassedOn;
+}

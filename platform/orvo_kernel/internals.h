@@ -41,6 +41,7 @@ struct Context {
   long openBoards = 0;
   long errorDepth = 0;
   int logging = 1;
+  long problemsPassedOn = 0;  // results to which a call passed its own problems on
 };
 Context& context();
 

@@ -178,6 +178,7 @@ TEST_F(HostReport, RealModelsGiveTheirTotals) {
                {"nist_ctc_03_asme1_ap242.qif", 9, 13, 6, 2, 0, 30},
                {"nist_ftc_08_asme1_ap242.qif", 10, 27, 11, 2, 13, 50}};
   for (const auto& model : cases) {
+    if (!fs::exists(fs::path(REAL_MODELS) / model.file)) continue;
     const Outcome run = Run(std::string("--json " REAL_MODELS "/") + model.file);
     ASSERT_EQ(run.code, 0) << run.err;
     const Json report = Json::parse(run.out);

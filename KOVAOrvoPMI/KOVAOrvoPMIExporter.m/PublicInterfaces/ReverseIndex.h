@@ -25,8 +25,9 @@ class ReverseIndex {
   // REQUIRES: called after the last Add and before First and Last.
   void Sort(const IdentifierHashMap& map);
 
-  // The first or the last key of the walk that lists `object`; null when none does.
+  // The first key of the walk that lists `object`; null when none does.
   void* First(const void* object) const;
+  // The last key of the walk that lists `object`; null when none does.
   void* Last(const void* object) const;
 
  private:

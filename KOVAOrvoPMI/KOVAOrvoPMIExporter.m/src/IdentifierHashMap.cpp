@@ -84,6 +84,7 @@ IdentifierHashMap::~IdentifierHashMap() = default;
 int IdentifierHashMap::Position(Table& table, const KOVAIdentifier& key) const {
   const std::uint32_t hash = hash_ != nullptr ? hash_(key) : HashOfPointer(key.GetNativeObject());
   const int positions = table.occupied.Count();
+  // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): a table has one position at least.
   auto position = static_cast<int>(hash % static_cast<std::uint32_t>(positions));
   while (table.occupied[position] && !equal_(table.keys[position], key)) {
     if (++position == positions) position = 0;

@@ -12,5 +12,6 @@ if git ls-files 'KOVAOrvoPMI/**.h' 'KOVAOrvoPMI/**.cpp' |
   echo "lint: a compiler's own extension outside the headers for them" >&2
   exit 1
 fi
+cmake/host_includes.sh
 git ls-files 'KOVAOrvoPMI/**.cpp' 'platform/**.cpp' 'host/**.cpp' |
   xargs -P "$(nproc)" -n 4 clang-tidy -p build/clang --quiet 2>/dev/null

@@ -7,10 +7,11 @@
 #include <filesystem>
 #include <iostream>
 
-#include "PluginLibrary.h"
-#include "Print.h"
-#include "QifReader.h"
-#include "Walk.h"
+#include "plugin/PluginLibrary.h"
+#include "readers/qif/QifReader.h"
+#include "report/Walk.h"
+#include "writers/json/PrintJson.h"
+#include "writers/text/PrintText.h"
 
 namespace fs = std::filesystem;
 
@@ -50,9 +51,9 @@ class Progress {
   bool shown_;
 };
 
-// The report of one model. Throws QifError or PluginError.
+// The report of one model. Throws ModelError or PluginError.
 ModelReport ReportOn(const PluginLibrary& plugin, const std::string& model) {
-  const QifModel source = ReadQif(model);
+  const Model source = ReadQif(model);
   const auto exporter = plugin.CreateExporter(source.part->GetDocument());
   exporter->PreProcess();
   std::unordered_map<const void*, EntityReport> names;
@@ -89,7 +90,7 @@ int Run(const Options& options) {
       const ModelReport report = ReportOn(plugin, options.models[i]);
       progress.Clear();
       Write(report, options);
-    } catch (const QifError& error) {
+    } catch (const ModelError& error) {
       progress.Clear();
       std::cerr << "pmi_report: " << error.what() << '\n';
       status = kBadModel;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <sstream>
 
-#include "QifReader.h"
+#include "readers/qif/QifReader.h"
 #include "standin/Control.h"
 
 namespace {
@@ -31,7 +31,7 @@ std::string ErrorOf(const std::string& text) {
   std::string error;
   try {
     ReadQifText(text, "part.qif");
-  } catch (const QifError& thrown) {
+  } catch (const ModelError& thrown) {
     error = thrown.what();
   }
   EXPECT_EQ(standin::Count().liveEntities, alive);

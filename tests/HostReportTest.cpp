@@ -9,9 +9,10 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "Drawing.h"
-#include "Print.h"
-#include "Wide.h"
+#include "report/Wide.h"
+#include "writers/json/PrintJson.h"
+#include "writers/text/Drawing.h"
+#include "writers/text/PrintText.h"
 
 namespace {
 

@@ -6,15 +6,16 @@
 #include <string_view>
 
 #include "KOVAOrvoPMIExporterFactory.h"
-#include "Print.h"
-#include "QifReader.h"
-#include "Walk.h"
+#include "readers/qif/QifReader.h"
+#include "report/Walk.h"
 #include "standin/Control.h"
+#include "writers/json/PrintJson.h"
+#include "writers/text/PrintText.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const long alive = standin::Count().liveEntities;
   try {
-    const QifModel model = ReadQifText({reinterpret_cast<const char*>(data), size}, "fuzz");
+    const Model model = ReadQifText({reinterpret_cast<const char*>(data), size}, "fuzz");
     KOVAPMIExporter* made = nullptr;
     if (KOVACreateOrvoPMIExporter(&model.part->GetDocument(), &made) != 0) std::abort();
     const std::unique_ptr<KOVAPMIExporter> exporter(made);
@@ -22,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const ModelReport report =
         WalkModel(*exporter, [](const void*) -> const EntityReport* { return nullptr; });
     if (PrintText(report).empty() || PrintJson(report, -1).empty()) std::abort();
-  } catch (const QifError&) {
+  } catch (const ModelError&) {
     // A document that no model can be made of.
   }
   const standin::Counters after = standin::Count();

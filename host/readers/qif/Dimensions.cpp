@@ -1,0 +1,286 @@
+// Dimensions: every characteristic that has a size.
+
+#include <cmath>
+
+#include "readers/qif/Reading.h"
+
+namespace qif {
+
+namespace {
+
+// Elements of threads and fits.
+#define QIF_SPEC \
+  "Spec"         \
+  "ification"
+constexpr const char* kThreadId = "Thread" QIF_SPEC "Id";
+constexpr const char* kThreadText = "Text" QIF_SPEC;
+constexpr const char* kFit = "LimitsAndFits" QIF_SPEC;
+#undef QIF_SPEC
+
+enum class Measure { kLength, kAngle, kPlain };
+
+struct DimensionKind {
+  std::string_view name;
+  dimension_type type;
+  dimension_subtype subtype;
+  Measure measure = Measure::kLength;
+  // Where a feature's definition has the size, when the characteristic states none.
+  const char* field = nullptr;
+  const char* otherField = nullptr;
+  double otherFactor = 1;
+};
+
+constexpr DimensionKind kKinds[] = {
+    {"Length", dim_linear, dim_sub_length, Measure::kLength, "Length"},
+    {"Width", dim_linear, dim_sub_width, Measure::kLength, "Width"},
+    {"Height", dim_linear, dim_sub_height},
+    {"Depth", dim_linear, dim_sub_depth, Measure::kLength, "Depth"},
+    {"Thickness", dim_linear, dim_sub_thickness},
+    {"Square", dim_linear, dim_sub_square, Measure::kLength, "Width"},
+    {"DistanceFrom", dim_linear, dim_sub_distance},
+    {"DistanceBetween", dim_linear, dim_sub_distance},
+    {"Chord", dim_linear, dim_sub_chord},
+    {"CurveLength", dim_curve_length, dim_sub_curve_length, Measure::kLength, "Length"},
+    {"Diameter", dim_diametral, dim_sub_diameter, Measure::kLength, "Diameter", "Radius", 2},
+    {"SphericalDiameter", dim_diametral, dim_sub_spherical_diameter, Measure::kLength, "Diameter"},
+    {"Radius", dim_radial, dim_sub_radius, Measure::kLength, "Radius", "Diameter", 0.5},
+    {"SphericalRadius", dim_radial, dim_sub_spherical_radius, Measure::kLength, nullptr, "Diameter",
+     0.5},
+    {"Angle", dim_angular, dim_sub_angle, Measure::kAngle, "FullAngle", "TaperAngle"},
+    {"AngleFrom", dim_angular, dim_sub_angle_between, Measure::kAngle},
+    {"AngleBetween", dim_angular, dim_sub_angle_between, Measure::kAngle},
+    {"LinearCoordinate", dim_coordinate, dim_sub_linear_coordinate},
+    {"AngularCoordinate", dim_coordinate, dim_sub_angular_coordinate, Measure::kAngle},
+    {"ConicalTaper", dim_taper, dim_sub_conical_taper},
+    {"FlatTaper", dim_taper, dim_sub_flat_taper},
+    {"Thread", dim_thread, dim_sub_thread},
+    {"UserDefinedLinear", dim_user_defined, dim_sub_user_defined},
+    {"UserDefinedAngular", dim_user_defined, dim_sub_user_defined, Measure::kAngle},
+    {"UserDefinedTemperature", dim_unknown, dim_sub_unknown, Measure::kPlain},
+    {"UserDefinedArea", dim_unknown, dim_sub_unknown, Measure::kPlain},
+    {"UserDefinedForce", dim_unknown, dim_sub_unknown, Measure::kPlain},
+    {"UserDefinedMass", dim_unknown, dim_sub_unknown, Measure::kPlain},
+    {"UserDefinedPressure", dim_unknown, dim_sub_unknown, Measure::kPlain},
+    {"UserDefinedSpeed", dim_unknown, dim_sub_unknown, Measure::kPlain},
+    {"UserDefinedTime", dim_unknown, dim_sub_unknown, Measure::kPlain},
+    {"UserDefinedUnit", dim_unknown, dim_sub_unknown, Measure::kPlain},
+};
+
+// a - b without what the subtraction of decimals leaves behind: 0.1 and not 0.10000000000000142.
+double Difference(double a, double b) {
+  const double largest = std::max(std::abs(a), std::abs(b));
+  if (!(largest > 0)) return 0;
+  const double scale = std::pow(10, 13 - std::floor(std::log10(largest)));
+  const double scaled = (a - b) * scale;
+  return std::isfinite(scaled) ? std::round(scaled) / scale : a - b;
+}
+
+// A written number with the decimal places that are stated for it: 35.2 with two is 35.20.
+std::string WithDecimals(std::string written, int decimals) {
+  const auto end = std::min(written.find(' '), written.size());
+  if (written.find_first_of("eE") < end) return written;
+  auto point = std::min(written.find('.'), end);
+  const auto have = point < end ? end - point - 1 : 0;
+  if (decimals <= 0 || have >= static_cast<std::size_t>(decimals)) return written;
+  std::string more = point < end ? "" : ".";
+  more.append(static_cast<std::size_t>(decimals) - have, '0');
+  return written.insert(end, more);
+}
+
+class DimensionReader {
+ public:
+  DimensionReader(Reading& reading, const Characteristic& characteristic, const DimensionKind& kind)
+      : reading_(reading),
+        nominal_(characteristic.nominal),
+        definition_(characteristic.definition),
+        firstUse_(characteristic.firstUse),
+        kind_(kind) {}
+
+  // Null for what is not a dimension after all: a quantity without a value and limits.
+  ENTITY* Read() {
+    features_ = reading_.FeaturesOf(nominal_, false);
+    const bool hasValue = ReadValue();
+    const bool hasLimits = ReadLimits();
+    RequireFinite(nominal_, {fields_.value, fields_.upper_limit, fields_.lower_limit});
+    if (kind_.measure == Measure::kPlain && !(hasValue && hasLimits)) return nullptr;
+    ReadTexts();
+    SkipRest();
+    if (!hasValue) reading_.Skip(nominal_, "no target value");
+
+    auto& dimension = reading_.part.AddDimension(Members(), kind_.type, kind_.subtype, 0);
+    auto& fields = standin::Edit(dimension);
+    fields_.type = kind_.type;
+    fields_.subtype = kind_.subtype;
+    fields = fields_;
+    for (const Document::Entry* feature : features_) {
+      if (IsHole(feature->element)) reading_.holeDimensions.insert(&dimension);
+    }
+    return &dimension;
+  }
+
+ private:
+  Quantity Measured(Element element, bool pmi = true) const {
+    if (kind_.measure == Measure::kAngle) return reading_.units.Angle(element, pmi);
+    if (kind_.measure == Measure::kPlain) return reading_.units.Plain(element);
+    return reading_.units.Length(element, pmi);
+  }
+
+  Element DefinitionOf(const Document::Entry& feature) const {
+    const Document::Entry* const definition =
+        reading_.document.Find(Child(feature.element, "FeatureDefinitionId"));
+    return definition == nullptr ? Element() : definition->element;
+  }
+
+  bool ReadValue() {
+    if (const Element target = Child(nominal_, "TargetValue")) {
+      const Quantity value = Measured(target);
+      fields_.value = value.value;
+      fields_.value_precision = value.decimals;
+      return true;
+    }
+    if (kind_.type == dim_thread) return ReadThread();
+    for (const Document::Entry* feature : features_) {
+      const Element definition = DefinitionOf(*feature);
+      for (const auto& [field, factor] :
+           {std::pair(kind_.field, 1.0), std::pair(kind_.otherField, kind_.otherFactor)}) {
+        const Element size = field == nullptr ? Element() : Child(definition, field);
+        if (!size) continue;
+        fields_.value = factor * Measured(size, false).value;
+        return true;
+      }
+    }
+    return false;
+  }
+
+  bool ReadThread() {
+    const Document::Entry* const entry = reading_.document.Find(Child(definition_, kThreadId));
+    if (entry == nullptr) throw Unreadable(definition_, "its thread does not exist");
+    const Element thread = entry->element;
+    if (const Element text = Child(thread, kThreadText)) {
+      fields_.hole_callout = Wide(WordOf(text));
+      return true;
+    }
+    const Quantity diameter = reading_.units.Length(Child(thread, "Diameter"));
+    fields_.value = diameter.value;
+    fields_.value_precision = diameter.decimals;
+    std::string callout = diameter.written;
+    for (const char* field : {"ThreadDensity", "ThreadSeries", "ThreadToleranceClass"}) {
+      const Element part = Child(thread, field);
+      const std::string_view own = WordOf(part);
+      const std::string text(own.empty() ? WordOf(part.first_child()) : own);
+      if (!text.empty()) callout += "-" + text;
+    }
+    fields_.hole_callout = Wide(callout);
+    return true;
+  }
+
+  // Limits are deviations from the value. Where the document states the limits themselves, they
+  // stay as texts.
+  bool ReadLimits() {
+    const bool ownLimits = kind_.name == "UserDefinedUnit";
+    const Element tolerance = ownLimits ? nominal_ : Child(definition_, "Tolerance");
+    if (!tolerance) return false;
+    Element limits = tolerance;
+    if (Child(tolerance, "DefinitionId")) {
+      limits = reading_.document.RequireChild(tolerance, "DefinitionId").element;
+    }
+    const bool asLimits = IsTrue(tolerance, "DefinedAsLimit");
+    bool found = false;
+    const auto read = [&](const char* name, double& deviation, pmi_text& text) {
+      const Element element = Child(limits, name);
+      if (!element) {
+        return reading_.Skip(name, nominal_.attribute("id").value(), "not stated; answered as 0");
+      }
+      const Quantity limit = Measured(element);
+      deviation = asLimits ? Difference(limit.value, fields_.value) : limit.value;
+      if (asLimits) text = Wide(WithDecimals(limit.written, limit.decimals));
+      fields_.tolerance_precision = std::max<double>(fields_.tolerance_precision, limit.decimals);
+      found = true;
+    };
+    read("MaxValue", fields_.upper_limit, fields_.upper_text);
+    read("MinValue", fields_.lower_limit, fields_.lower_text);
+    return found;
+  }
+
+  // What is written right around the value: the parentheses of a reference dimension, the box of a
+  // basic one as brackets, the tolerance class of a fit.
+  void ReadTexts() {
+    std::wstring prefix;
+    std::wstring suffix;
+    if (const Element fit = Child(definition_, kFit)) {
+      suffix = Wide(WordOf(fit, "FormVariance")) + Wide(WordOf(fit, "Grade"));
+      if (firstUse_) {
+        reading_.Skip(NameOf(fit), definition_.attribute("id").value(),
+                      "the model has the name of the fit, not its limits");
+      }
+    }
+    const std::string_view type = WordOf(definition_, "DimensionType");
+    if (type == "REFERENCE_OR_AUXILIARY") {
+      prefix = L"(";
+      suffix += L")";
+    } else if (type == "BASIC_OR_TED") {
+      prefix = L"[";
+      suffix += L"]";
+    }
+    if (prefix.empty() && suffix.empty()) return;
+    fields_.note = &reading_.part.Make<KOVAPMI_NOTE>();
+    auto& note = standin::Edit(*fields_.note);
+    if (!prefix.empty()) note.prefix = prefix;
+    if (!suffix.empty()) note.suffix = suffix;
+  }
+
+  void SkipRest() {
+    SkipUnknownOfNominal(
+        reading_, nominal_,
+        {"TargetValue", "OriginReference", "MaxValue", "MinValue", "DefinedAsLimit"});
+    if (!firstUse_) return;
+    SkipUnknown(
+        reading_, definition_, definition_,
+        {"Name", "CharacteristicDesignator", "DimensionType", "Tolerance", kFit, kThreadId});
+    SkipUnknown(reading_, Child(definition_, "Tolerance"), definition_,
+                {"MaxValue", "MinValue", "DefinitionId", "DefinedAsLimit"});
+  }
+
+  std::vector<ENTITY*> Members() {
+    std::vector<ENTITY*> members = reading_.AssociatedEntities(nominal_);
+    Element origin = Child(nominal_, "OriginReference");
+    if (const Element datum = Child(origin, "DatumDefinitionId")) {
+      const Document::Entry* const entry = reading_.document.Find(datum);
+      if (entry != nullptr) origin = entry->element;
+    }
+    if (origin) {
+      for (ENTITY* entity : reading_.AssociatedEntities(origin)) members.push_back(entity);
+    }
+    return members;
+  }
+
+  bool IsHole(Element feature) const {
+    if (NameOf(feature) == "ThreadedFeatureNominal") return true;
+    if (NameOf(feature) != "GroupFeatureNominal") return false;
+    const Document::Entry* const entry =
+        reading_.document.Find(Child(feature, "FeatureDefinitionId"));
+    if (entry == nullptr) return false;
+    return IsTrue(entry->element, "IsCountersunkHole") ||
+           IsTrue(entry->element, "IsCounterboredHole") || IsTrue(entry->element, "IsSpotface");
+  }
+
+  Reading& reading_;
+  Element nominal_;
+  Element definition_;
+  bool firstUse_;
+  const DimensionKind& kind_;
+  std::vector<Document::Entry*> features_;
+  KOVAPMI_DIMENSION::fields fields_;
+};
+
+}  // namespace
+
+ENTITY* ReadDimension(Reading& reading, const Characteristic& characteristic) {
+  for (const DimensionKind& kind : kKinds) {
+    if (kind.name != characteristic.kind) continue;
+    return DimensionReader(reading, characteristic, kind).Read();
+  }
+  return nullptr;
+}
+
+}  // namespace qif

@@ -1,0 +1,208 @@
+// Displays: gives annotations their display properties, and what their drawn text adds.
+
+#include <algorithm>
+#include <cmath>
+
+#include "readers/qif/Drawing.h"
+#include "readers/qif/Text.h"
+
+namespace qif {
+
+namespace {
+
+struct Font {
+  bool fixedPitch = false;
+  bool bold = false;
+  bool italic = false;
+  bool underline = false;
+  double height = 0;
+};
+using Fonts = std::map<std::string, Font, std::less<>>;
+
+Fonts ReadFonts(Reading& reading, Element list) {
+  Fonts fonts;
+  for (const Element element : list.children()) {
+    reading.Try(element, [&] {
+      Font font;
+      font.fixedPitch = TextOf(element, "Name").find(" Mono") != std::string_view::npos;
+      font.bold = IsTrue(element.attribute("bold").value());
+      font.italic = IsTrue(element.attribute("italic").value());
+      font.underline = IsTrue(element.attribute("underline").value());
+      font.height = reading.units.FromPoints(NumberOf(Child(element, "Size")));
+      fonts[element.attribute("index").value()] = font;
+    });
+  }
+  return fonts;
+}
+
+// The display properties that an annotation has, wherever it keeps them.
+template <typename Work>
+void WithDisplay(ENTITY& annotation, Work work) {
+  if (is_KOVAPMI_DIMENSION(&annotation) == 1) {
+    work(static_cast<KOVAPMI_DIMENSION&>(annotation));
+  } else if (is_ATTRIB_KOVAPMI_GEOM_TOL(&annotation) == 1) {
+    work(static_cast<ATTRIB_KOVAPMI_GEOM_TOL&>(annotation));
+  } else if (is_ATTRIB_KOVAPMI_DATUM(&annotation) == 1) {
+    work(standin::DatumOf(static_cast<ATTRIB_KOVAPMI_DATUM&>(annotation)));
+  } else if (is_ATTRIB_KOVAPMI_DATUM_TARGET(&annotation) == 1) {
+    work(standin::TargetOf(static_cast<ATTRIB_KOVAPMI_DATUM_TARGET&>(annotation)));
+  } else if (is_ATTRIB_KOVAPMI_TEXT(&annotation) == 1) {
+    work(static_cast<ATTRIB_KOVAPMI_TEXT&>(annotation));
+  } else if (is_ATTRIB_KOVAPMI_FLAGNOTE(&annotation) == 1) {
+    work(static_cast<ATTRIB_KOVAPMI_FLAGNOTE&>(annotation));
+  } else if (is_ATTRIB_KOVAPMI_ROUGHNESS(&annotation) == 1) {
+    work(static_cast<ATTRIB_KOVAPMI_ROUGHNESS&>(annotation));
+  }
+}
+
+class DisplayReader {
+ public:
+  DisplayReader(Reading& reading, const Fonts& fonts, Element element)
+      : reading_(reading), fonts_(fonts), display_(element) {
+    reading_.Count("leaders", static_cast<long>(display_.leaders.size()));
+  }
+
+  // `drawn` has the annotations that have a display already.
+  void Read(std::unordered_set<const ENTITY*>& drawn) {
+    try {
+      std::string reason;
+      ENTITY* const annotation = reading_.AnnotationAt(display_.reference, reason);
+      if (annotation == nullptr) return Skip("PMIDisplay", reason);
+      if (drawn.count(annotation) != 0) {
+        return Skip("PMIDisplay", "the annotation has a display already");
+      }
+      const std::wstring text = DrawnText(display_.texts);
+      drawing_ = ReadDrawing(reading_, display_, is_KOVAPMI_DIMENSION(annotation) == 1);
+      bool holdsDisplay = false;
+      WithDisplay(*annotation, [&](auto& holder) {
+        holdsDisplay = true;
+        Apply(reading_.part.Place(holder, drawing_.origin, drawing_.direction, drawing_.normal));
+        UseText(holder, text);
+      });
+      if (!holdsDisplay) return Skip("PMIDisplay", "a saved view has no display");
+      drawn.insert(annotation);
+      if (!drawing_.hasPlane)
+        Skip("PMIDisplay", "it has no plane; its place and lines are left out");
+      const std::string_view place = WordOf(Child(display_.texts, "Text"), "XY");
+      if (!place.empty() && place != "0 0") {
+        Skip("Texts", "the place of its text in its plane is left out");
+      }
+      if (display_.graphics) Skip("Graphics", "the model has no drawn lines and areas");
+    } catch (const Unreadable& problem) {
+      Skip("PMIDisplay", problem.what());
+    }
+  }
+
+ private:
+  void Skip(std::string_view kind, const std::string& reason) {
+    reading_.Skip(kind, WordOf(display_.reference), reason);
+  }
+
+  void Apply(KOVAPMI_DISPLAY_PROPERTIES& display) {
+    for (const Drawing::Leader& leader : drawing_.leaders) {
+      reading_.part.AddLeader(display, leader.tail, leader.head);
+    }
+    if (!display_.texts) return;
+    auto& properties = reading_.part.Make<KOVAPMI_TEXT_PROPERTIES>();
+    auto& fields = standin::Edit(properties);
+    const auto font = fonts_.find(std::string_view(display_.texts.attribute("fontIndex").value()));
+    if (font != fonts_.end()) {
+      fields.fixed_pitch = font->second.fixedPitch ? 1 : 0;
+      fields.bold = font->second.bold ? 1 : 0;
+      fields.italic = font->second.italic ? 1 : 0;
+      fields.underline = font->second.underline ? 1 : 0;
+      fields.height = font->second.height;
+    }
+    if (const pugi::xml_attribute height = display_.texts.attribute("lineHeight")) {
+      const double value = height.as_double();
+      if (std::isfinite(value)) fields.height = value;
+    }
+    if (display_.color) {
+      const std::vector<double> rgb = NumbersOf(display_.color, 3);
+      for (std::size_t i = 0; i < 3; ++i) fields.color[i] = rgb[i] / 255;
+    }
+    standin::Edit(display).text_properties = &properties;
+  }
+
+  // --- What the text of a display adds to its annotation ---
+
+  void UseText(KOVAPMI_DIMENSION& dimension, const std::wstring& text) {
+    auto& fields = standin::Edit(dimension);
+    fields.line = drawing_.dimensionLine;
+    fields.extension_lines = drawing_.extensionLines;
+    const bool isCallout = HasHoleSymbol(text) || reading_.holeDimensions.count(&dimension) != 0;
+    if (isCallout && !fields.hole_callout.has_value() && !text.empty()) fields.hole_callout = text;
+    const AroundValue around = TextsAroundValue(text);
+    if (!around.before.empty()) NoteOf(fields.note).before = around.before;
+    if (!around.after.empty()) NoteOf(fields.note).after = around.after;
+  }
+
+  void UseText(ATTRIB_KOVAPMI_GEOM_TOL& tolerance, const std::wstring&) {
+    auto& fields = standin::Edit(tolerance);
+    if (drawing_.isAllAround) fields.all_around = 1;
+    UseTextsAroundFrame(fields.note);
+  }
+
+  template <typename Note>
+  void UseTextOfNote(Note& note, const std::wstring& text) {
+    auto& own = standin::Edit(note).text;
+    if (!own.has_value() || own->empty()) own = text;
+  }
+  void UseText(ATTRIB_KOVAPMI_TEXT& note, const std::wstring& text) { UseTextOfNote(note, text); }
+  void UseText(ATTRIB_KOVAPMI_FLAGNOTE& note, const std::wstring& text) {
+    UseTextOfNote(note, text);
+  }
+
+  template <typename Other>
+  void UseText(Other&, const std::wstring&) {}
+
+  KOVAPMI_NOTE::fields& NoteOf(KOVAPMI_NOTE*& note) {
+    if (note == nullptr) note = &reading_.part.Make<KOVAPMI_NOTE>();
+    return standin::Edit(*note);
+  }
+
+  // Texts outside the rectangle that all the compartments of a frame make.
+  void UseTextsAroundFrame(KOVAPMI_NOTE*& note) {
+    double left = HUGE_VAL, right = -HUGE_VAL, bottom = HUGE_VAL, top = -HUGE_VAL;
+    for (const Element frame : display_.frames.children()) {
+      if (NameOf(frame) != "FrameRectangular") continue;
+      const std::vector<double> corner = NumbersOf(Child(frame, "XY"), 2);
+      left = std::min(left, corner[0]);
+      bottom = std::min(bottom, corner[1]);
+      right = std::max(right, corner[0] + NumberOf(Child(frame, "Width")));
+      top = std::max(top, corner[1] + NumberOf(Child(frame, "Height")));
+    }
+    if (!(left < right)) return;
+    for (const Element text : display_.texts.children()) {
+      const std::vector<double> place = NumbersOf(Child(text, "XY"), 2);
+      pmi_text KOVAPMI_NOTE::fields::*side = nullptr;
+      if (place[0] < left) side = &KOVAPMI_NOTE::fields::before;
+      if (place[0] > right) side = &KOVAPMI_NOTE::fields::after;
+      if (place[1] < bottom) side = &KOVAPMI_NOTE::fields::lower;
+      if (place[1] > top) side = &KOVAPMI_NOTE::fields::upper;
+      const std::wstring piece = Symbols(Child(text, "Data").first_child().value());
+      if (side == nullptr || piece.empty()) continue;
+      pmi_text& all = NoteOf(note).*side;
+      all = all.has_value() ? *all + L"\n" + piece : piece;
+    }
+  }
+
+  Reading& reading_;
+  const Fonts& fonts_;
+  DisplayElements display_;
+  Drawing drawing_;
+};
+
+}  // namespace
+
+void ReadDisplays(Reading& reading) {
+  const Element set = reading.document.At({"Product", "VisualizationSet"});
+  const Fonts fonts = ReadFonts(reading, Child(set, "Fonts"));
+  std::unordered_set<const ENTITY*> drawn;
+  for (const Element display : Child(set, "PMIDisplaySet").children()) {
+    reading.Count("displays");
+    DisplayReader(reading, fonts, display).Read(drawn);
+  }
+}
+
+}  // namespace qif

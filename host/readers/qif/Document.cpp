@@ -1,0 +1,163 @@
+#include "readers/qif/Document.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <optional>
+
+namespace qif {
+
+namespace {
+
+constexpr const char* kNamespace = "http://qifstandards.org/xsd/qif3";
+
+std::optional<std::uint32_t> ParseId(std::string_view text) {
+  std::uint32_t id = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, id);
+  if (error != std::errc() || end != last || text.front() == '0') return std::nullopt;
+  return id;
+}
+
+}  // namespace
+
+Document::Document(std::string_view text, std::string name) : text_(text), name_(std::move(name)) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text_.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+    text_.remove_prefix(kByteOrderMark.size());
+  }
+  const pugi::xml_parse_result result = xml_.load_buffer(text_.data(), text_.size());
+  // Offsets count in what the parser converted the text to.
+  hasPlaces_ = result.encoding == pugi::encoding_utf8;
+  if (!result) FailAt(result.offset, result.description());
+
+  root_ = xml_.document_element();
+  for (Element other = root_.next_sibling(); other; other = other.next_sibling()) {
+    if (other.type() == pugi::node_element) Fail(other, "a second root element");
+  }
+  if (NameOf(root_) != "QIFDocument") {
+    Fail(root_, "the root element is " + Quote(NameOf(root_)) + ", not QIFDocument");
+  }
+  const std::string rootName = root_.name();
+  const std::size_t colon = rootName.find(':');
+  const std::string declaration =
+      colon == std::string::npos ? "xmlns" : "xmlns:" + rootName.substr(0, colon);
+  const pugi::xml_attribute space = root_.attribute(declaration.c_str());
+  if (std::strcmp(space.value(), kNamespace) != 0 && (space || colon != std::string::npos)) {
+    Fail(root_, "the namespace is " + Quote(space.value()) + ", not that of QIF 3");
+  }
+  const std::string_view version = root_.attribute("versionQIF").value();
+  if (version != "3.0" && version.substr(0, 4) != "3.0.") {
+    Fail(root_, "the version is " + Quote(version) + ", not 3.0");
+  }
+  Index();
+}
+
+// Whether ids may stand somewhere inside an element. Displays have none, and what users add follows
+// rules of its own.
+bool Document::MayHoldIds(std::string_view name) {
+  return name != "Attributes" && name != "UserDataXML" && name != "PMIDisplaySet";
+}
+
+void Document::Index() {
+  entries_.reserve(text_.size() / 256);
+  bool sorted = true;
+  const auto add = [&](Element element) {
+    const pugi::xml_attribute attribute = element.attribute("id");
+    if (!attribute) return;
+    const std::optional<std::uint32_t> id = ParseId(attribute.value());
+    if (!id.has_value()) Fail(element, Quote(attribute.value()) + " is not an id");
+    sorted = sorted && (entries_.empty() || entries_.back().id < *id);
+    entries_.push_back({*id, element, nullptr});
+  };
+  bool descend = true;
+  for (Element element = root_; element; element = Next(element, root_, descend)) {
+    const std::string_view name = NameOf(element);
+    descend = MayHoldIds(name);
+    if (!descend || name.empty()) continue;
+    add(element);
+    // Most of a document is here, all of it sets of elements with ids and none further in.
+    if (name != "GeometrySet" && name != "TopologySet") continue;
+    descend = false;
+    for (const Element set : element.children()) {
+      for (Element item = set.first_child(); item; item = item.next_sibling()) add(item);
+    }
+  }
+  if (sorted) return;
+  std::stable_sort(entries_.begin(), entries_.end(),
+                   [](const Entry& a, const Entry& b) { return a.id < b.id; });
+  const auto twice =
+      std::adjacent_find(entries_.begin(), entries_.end(),
+                         [](const Entry& a, const Entry& b) { return a.id == b.id; });
+  if (twice != entries_.end()) {
+    Fail((twice + 1)->element, "id " + std::to_string(twice->id) + " is used twice");
+  }
+}
+
+Element Document::At(std::initializer_list<const char*> path) const {
+  Element element = root_;
+  for (const char* name : path) element = Child(element, name);
+  return element;
+}
+
+Document::Entry* Document::Find(Element reference) {
+  if (reference.attribute("xId")) return nullptr;
+  const std::string_view text = WordOf(reference);
+  const std::optional<std::uint32_t> id = text.empty() ? std::nullopt : ParseId(text);
+  if (!id.has_value()) return nullptr;
+  const auto found =
+      std::lower_bound(entries_.begin(), entries_.end(), *id,
+                       [](const Entry& entry, std::uint32_t wanted) { return entry.id < wanted; });
+  return found == entries_.end() || found->id != *id ? nullptr : &*found;
+}
+
+Document::Entry& Document::EntryOf(Element element) {
+  const std::uint32_t id = element.attribute("id").as_uint();
+  const auto found =
+      std::lower_bound(entries_.begin(), entries_.end(), id,
+                       [](const Entry& entry, std::uint32_t wanted) { return entry.id < wanted; });
+  if (found == entries_.end() || found->id != id) {
+    Fail(element, std::string(NameOf(element)) + " has no id");
+  }
+  return *found;
+}
+
+Document::Entry& Document::Require(Element reference, std::string_view kind) {
+  Entry* const entry = Find(reference);
+  if (entry == nullptr) Fail(reference, "there is no id " + Quote(WordOf(reference)));
+  if (!kind.empty() && NameOf(entry->element) != kind) {
+    Fail(reference, "id " + std::to_string(entry->id) + " is a " +
+                        std::string(NameOf(entry->element)) + ", not a " + std::string(kind));
+  }
+  return *entry;
+}
+
+Document::Entry& Document::RequireChild(Element parent, std::string_view name,
+                                        std::string_view kind) {
+  Element reference = Child(parent, name);
+  if (!reference) {
+    Fail(parent, std::string(NameOf(parent)) + " has no " + std::string(name));
+  }
+  if (Element inner = Child(reference, "Id")) reference = inner;
+  return Require(reference, kind);
+}
+
+void Document::Fail(Element at, const std::string& what) const {
+  // The offset is that of the name; the place is that of the bracket before it.
+  FailAt(at.offset_debug() - 1, what);
+}
+
+void Document::FailAt(std::ptrdiff_t offset, const std::string& what) const {
+  if (!hasPlaces_ || offset < 0) throw ModelError(name_ + ": " + what);
+  const std::string_view before =
+      text_.substr(0, std::min(static_cast<std::size_t>(offset), text_.size()));
+  const auto line = 1 + std::count(before.begin(), before.end(), '\n');
+  const std::string_view inLine = before.substr(before.rfind('\n') + 1);
+  // Columns count characters, not bytes.
+  const auto column = 1 + std::count_if(inLine.begin(), inLine.end(), [](char c) {
+                        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+                      });
+  throw ModelError(name_ + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + what);
+}
+
+}  // namespace qif

@@ -1,0 +1,38 @@
+// Notes and flag notes.
+
+#include "readers/qif/Reading.h"
+
+namespace qif {
+
+namespace {
+
+void ReadNote(Reading& reading, Element element, bool isFlag) {
+  reading.Count(isFlag ? "flagNotes" : "notes");
+  ENTITY& carrier = reading.Carrier(reading.AssociatedEntities(element));
+  // An empty text is filled in from the display, which comes later.
+  const std::wstring text = Wide(TextOf(element, "Text"));
+  ENTITY& note = isFlag ? static_cast<ENTITY&>(reading.part.AddFlagNote(carrier, text.c_str()))
+                        : reading.part.AddText(carrier, text.c_str());
+  reading.document.EntryOf(element).entity = &note;
+  reading.Describe(note, element, isFlag ? "flag note" : "note",
+                   element.attribute("label").value());
+  SkipUnknown(reading, element, element, {"EntityInternalIds", "EntityExternalIds", "Text"});
+}
+
+}  // namespace
+
+void ReadNotes(Reading& reading) {
+  const Element product = reading.document.At({"Product"});
+  for (const Element note : Child(product, "NoteSet").children()) {
+    reading.Try(note, [&] { ReadNote(reading, note, NameOf(note) == "NoteFlag"); });
+  }
+  for (const Element note : Child(product, "NoteFlagSet").children()) {
+    reading.Try(note, [&] { ReadNote(reading, note, true); });
+  }
+  for (const Element note : Child(product, "PartNoteSet").children()) {
+    reading.Count("partNotes");
+    reading.Skip(note, "a note on the part has no place in the model");
+  }
+}
+
+}  // namespace qif

@@ -1,0 +1,79 @@
+// Surface texture.
+
+#include "readers/qif/Reading.h"
+
+namespace qif {
+
+namespace {
+
+// The symbol of a lay (ASME Y14.36, ISO 21920-1).
+std::wstring LayOf(std::string_view lay) {
+  if (lay == "PARALLEL") return L"=";
+  if (lay == "PERPENDICULAR") return L"\u22A5";
+  if (lay == "CROSS_HATCH") return L"X";
+  if (lay == "MULTI_DIRECTIONAL") return L"M";
+  if (lay == "CIRCULAR") return L"C";
+  if (lay == "RADIAL") return L"R";
+  if (lay == "PARTICULATE") return L"P";
+  return Wide(lay);
+}
+
+roughness_obtention_type ObtentionOf(std::string_view obtention) {
+  if (obtention == "MACHINING_MANDATORY") return roughness_obtention_machining_mandatory;
+  if (obtention == "MACHINING_FORBIDDEN") return roughness_obtention_machining_forbidden;
+  if (obtention == "UNSUPPORTED") return roughness_obtention_unknown;
+  return roughness_obtention_unspecified;
+}
+
+roughness_applicability_type ApplicabilityOf(std::string_view applicability) {
+  if (applicability == "SPECIFIED_SURFACE_ONLY") {
+    return roughness_applicability_specified_surface_only;
+  }
+  if (applicability == "ALL_PART_SURFACES") return roughness_applicability_all_part_surfaces;
+  if (applicability == "BASIC_SURFACE") return roughness_applicability_basic_surface;
+  return roughness_applicability_unknown;
+}
+
+}  // namespace
+
+// The symbol's fields, in this order; a text that is not given is not there. Values keep the unit
+// that they are written in.
+//   0 roughness average, 1 minimum material removal, 2 production method, 3 cutoff,
+//   4 secondary roughness parameter, 5 direction of lay, 6 other surface parameter
+ENTITY* ReadTexture(Reading& reading, const Characteristic& characteristic) {
+  if (characteristic.kind != "SurfaceTexture") return nullptr;
+  const Element nominal = characteristic.nominal;
+  const Element average = Child(characteristic.definition, "RoughnessAverage");
+  std::vector<pmi_text> texts;
+  const auto add = [&](Element field, bool isLength) {
+    const std::string written =
+        field && isLength ? reading.units.Length(field).written : std::string(TextOf(field));
+    texts.push_back(written.empty() ? std::nullopt : pmi_text(Wide(written)));
+  };
+  add(average, true);
+  add(Child(nominal, "MinimumMaterialRemoval"), false);
+  add(Child(nominal, "ProductionMethod"), false);
+  add(Child(nominal, "Cutoff"), true);
+  add(Child(nominal, "SecondaryRoughnessParameter"), true);
+  const std::string_view lay = TextOf(nominal, "DirectionOfLay");
+  texts.push_back(lay.empty() ? std::nullopt : pmi_text(LayOf(lay)));
+  add(Child(nominal, "OtherSurfaceParameter"), false);
+  SkipUnknownOfNominal(
+      reading, nominal,
+      {"MinimumMaterialRemoval", "ProductionMethod", "Cutoff", "SecondaryRoughnessParameter",
+       "DirectionOfLay", "OtherSurfaceParameter", "Obtention", "Applicability"});
+  if (characteristic.firstUse) {
+    SkipUnknown(reading, characteristic.definition, characteristic.definition,
+                {"Name", "CharacteristicDesignator", "RoughnessAverage"});
+  }
+
+  ENTITY& carrier = reading.Carrier(reading.AssociatedEntities(nominal));
+  auto& texture = reading.part.Make<ATTRIB_KOVAPMI_ROUGHNESS>(&carrier);
+  auto& fields = standin::Edit(texture);
+  fields.obtention = ObtentionOf(TextOf(nominal, "Obtention"));
+  fields.applicability = ApplicabilityOf(TextOf(nominal, "Applicability"));
+  fields.texts = std::move(texts);
+  return &texture;
+}
+
+}  // namespace qif

@@ -1,0 +1,162 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What a plug-in answered about one model. Texts are UTF-8; lengths are in the model's length unit,
+// angles in degrees. What the plug-in did not give is absent.
+
+using Text = std::optional<std::string>;
+using Number = std::optional<double>;
+using Point2 = std::array<double, 2>;
+using Point3 = std::array<double, 3>;
+
+struct FontReport {
+  bool fixedPitch, bold, italic, underline, strikeThrough, overline;
+  double height, ratio, slant;
+};
+
+struct TextReport {
+  Text string;
+  std::optional<FontReport> font;
+};
+
+// A model entity: its kind, and the document's label or id of it.
+struct EntityReport {
+  std::string kind;
+  Text label;
+};
+
+struct ModifierReport {
+  Text type;
+  Number magnitude;
+};
+
+struct FrameDatumReport {
+  Text label;
+  std::vector<ModifierReport> modifiers;
+};
+
+struct ReferenceReport {
+  Text label;
+  std::vector<FrameDatumReport> datums;
+};
+
+struct FrameReport {
+  Text note;
+  std::vector<ReferenceReport> references;
+};
+
+struct RowReport {
+  Text valueType;
+  Number magnitude, refinement, rateUnit1, rateUnit2;
+  std::vector<ModifierReport> modifiers;
+  std::optional<FrameReport> frame;
+};
+
+// The texts around a feature control frame.
+struct ToleranceNotesReport {
+  Text before, after, upper, lower, prefix, suffix;
+};
+
+struct ToleranceReport {
+  Text type;
+  std::optional<bool> allAround;
+  std::vector<RowReport> rows;
+  ToleranceNotesReport notes;
+};
+
+struct CalloutReport {
+  Text name, calloutType;
+  Number value;
+};
+
+// The texts around a dimension.
+struct DimensionTextsReport {
+  Text prefix, suffix, before, after, upper, lower, holeCallout, below;
+};
+
+struct DimensionReport {
+  Text type, mainType, calloutType;
+  Number value, precision, lower, upper, tolerancePrecision;
+  Text upperText, lowerText;
+  DimensionTextsReport texts;
+  std::optional<std::array<Point2, 2>> line;
+  std::optional<std::array<Point2, 3>> extensionLines;
+  std::vector<CalloutReport> callouts;
+};
+
+struct DatumReport {
+  Text label;
+  std::vector<Text> targets;
+};
+
+struct DatumTargetReport {
+  Text label, type, note;
+  std::optional<Point3> point1, point2;
+};
+
+struct RoughnessReport {
+  Text obtention, applicability;
+  std::vector<Text> fields;
+};
+
+struct AnnotationReport {
+  std::string kind;
+  Text name;
+  std::optional<bool> hidden;
+  std::vector<TextReport> texts;
+  std::vector<EntityReport> entities;
+  std::optional<Point2> position;
+  Number depth;
+  std::vector<std::array<Point3, 2>> leaders;  // tail and head
+  std::optional<DimensionReport> dimension;
+  std::optional<ToleranceReport> tolerance;
+  std::optional<DatumReport> datum;
+  std::optional<DatumTargetReport> datumTarget;
+  std::optional<RoughnessReport> roughness;
+};
+
+struct ViewFrameReport {
+  Point3 origin, xAxis, yAxis;
+};
+
+struct ViewReport {
+  std::optional<ViewFrameReport> frame;
+  std::vector<AnnotationReport> annotations;
+};
+
+struct CameraReport {
+  Text name;
+  std::string type;
+  Point3 origin, target, viewDirection, viewDirectionNormal;
+  double viewAngle, zoom;
+};
+
+struct CaptureReport {
+  Text name, hiddenText;
+  std::optional<CameraReport> camera;
+  std::optional<std::array<Point3, 2>> clippingPlane;  // point and normal
+  long memberCount = 0;
+  std::vector<Text> members;  // the annotations among the members
+};
+
+struct SkippedReport {
+  std::string kind, id, reason;
+};
+
+struct SourceReport {
+  std::string file, linearUnit;
+  std::map<std::string, long> counts;
+  std::vector<SkippedReport> skipped;
+};
+
+struct ModelReport {
+  std::map<std::string, long> totals;
+  std::vector<ViewReport> views;
+  std::vector<CaptureReport> captures;
+  SourceReport source;
+};

@@ -1,0 +1,114 @@
+#include "report/Walk.h"
+
+#include "framework_core/KOVAIdentifiers.h"
+#include "report/EnumNames.h"
+#include "report/WalkAnnotation.h"
+#include "report/Wide.h"
+
+Text TextOf(const KOVAString& string) { return ToUtf8(string.GetText()); }
+
+namespace {
+
+class Walker {
+ public:
+  Walker(KOVAPMIExporter& exporter, const EntityNamer& namer)
+      : exporter_(exporter), namer_(namer) {}
+
+  ModelReport Walk() {
+    for (const char* kind : {"text", "roughness", "geometricTolerance", "dimension", "datum",
+                             "datumTarget", "flagNote", "unknown", "captures"}) {
+      report_.totals[kind] = 0;
+    }
+    int sets = 0;
+    exporter_.GetAnnotationSetCount(sets);
+    if (sets == 0) return std::move(report_);
+    KOVAIdentifier set;
+    exporter_.GetAnnotationSet(0, set);
+    int views = 0;
+    exporter_.GetAnnotationViewCount(set, views);
+    for (int i = 0; i < views; ++i) {
+      KOVAIdentifier view;
+      if (exporter_.GetAnnotationView(set, i, view).IsSuccess()) VisitView(view);
+    }
+    unsigned int captures = 0;
+    exporter_.GetCaptureCount(set, captures);
+    report_.totals["captures"] = static_cast<long>(captures);
+    for (unsigned int i = 0; i < captures; ++i) {
+      KOVAIdentifier capture;
+      if (exporter_.GetCapture(set, i, capture).IsSuccess()) VisitCapture(capture);
+    }
+    return std::move(report_);
+  }
+
+ private:
+  void VisitView(const KOVAIdentifier& view) {
+    ViewReport& report = report_.views.emplace_back();
+    float f[9];
+    if (exporter_.GetViewCoordinateSystem(view, f).IsSuccess()) {
+      report.frame = {{f[0], f[1], f[2]}, {f[3], f[4], f[5]}, {f[6], f[7], f[8]}};
+    }
+    int count = 0;
+    exporter_.GetViewAnnotationCount(view, count);
+    for (int i = 0; i < count; ++i) {
+      KOVAIdentifier annotation;
+      if (!exporter_.GetViewAnnotation(view, i, annotation).IsSuccess()) continue;
+      report.annotations.push_back(WalkAnnotation(exporter_, annotation, namer_));
+      ++report_.totals[report.annotations.back().kind];
+    }
+  }
+
+  void VisitCapture(const KOVAIdentifier& capture) {
+    CaptureReport& report = report_.captures.emplace_back();
+    report.name = NameOfObject(exporter_, capture);
+    KOVAString name;
+    KOVAPMICameraType type = CameraTypeUnknown;
+    CameraReport camera{};
+    if (exporter_
+            .GetCaptureCameraData(capture, name, type, camera.origin.data(), camera.target.data(),
+                                  camera.viewDirection.data(), camera.viewDirectionNormal.data(),
+                                  camera.viewAngle, camera.zoom)
+            .IsSuccess()) {
+      camera.name = TextOf(name);
+      camera.type = NameOf(type);
+      report.camera = camera;
+    }
+    KOVAString hidden;
+    if (exporter_.GetCaptureHiddenText(capture, hidden).IsSuccess()) {
+      report.hiddenText = TextOf(hidden);
+    }
+    bool clipped = false;
+    float p[6];
+    if (exporter_.HasClippingPlane(capture, clipped).IsSuccess() && clipped &&
+        exporter_.GetActiveView(capture, p).IsSuccess()) {
+      report.clippingPlane = {{{p[0], p[1], p[2]}, {p[3], p[4], p[5]}}};
+    }
+    unsigned int members = 0;
+    exporter_.GetCaptureEntityCount(capture, members);
+    report.memberCount = static_cast<long>(members);
+    for (unsigned int i = 0; i < members; ++i) {
+      KOVAIdentifier member;
+      exporter_.GetCaptureEntity(capture, i, member);
+      if (member.GetNativeObject() != nullptr) {
+        report.members.push_back(NameOfObject(exporter_, member));
+      }
+    }
+  }
+
+  KOVAPMIExporter& exporter_;
+  const EntityNamer& namer_;
+  ModelReport report_;
+};
+
+}  // namespace
+
+ModelReport WalkModel(KOVAPMIExporter& exporter, const EntityNamer& namer) {
+  return Walker(exporter, namer).Walk();
+}
+
+Text NameOfObject(KOVAPMIExporter& exporter, const KOVAIdentifier& object) {
+  // Without a name the query leaves the string as it was.
+  static const KOVAString unset(L"\x1");
+  KOVAString name = unset;
+  if (!exporter.GetAnnotationName(object, name).IsSuccess() || name.equals(unset)) return {};
+  return TextOf(name);
+}

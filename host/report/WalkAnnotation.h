@@ -1,0 +1,12 @@
+#pragma once
+
+#include "report/Walk.h"
+
+// Everything that an exporter answers about one annotation.
+AnnotationReport WalkAnnotation(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
+                                const EntityNamer& namer);
+
+// The name of an annotation or capture, absent when it has none.
+Text NameOfObject(KOVAPMIExporter& exporter, const KOVAIdentifier& object);
+
+Text TextOf(const KOVAString& string);

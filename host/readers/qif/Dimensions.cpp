@@ -9,13 +9,9 @@ namespace qif {
 namespace {
 
 // Elements of threads and fits.
-#define QIF_SPEC \
-  "Spec"         \
-  "ification"
-constexpr const char* kThreadId = "Thread" QIF_SPEC "Id";
-constexpr const char* kThreadText = "Text" QIF_SPEC;
-constexpr const char* kFit = "LimitsAndFits" QIF_SPEC;
-#undef QIF_SPEC
+constexpr const char* kThreadId = "ThreadSpecificationId";
+constexpr const char* kThreadText = "TextSpecification";
+constexpr const char* kFit = "LimitsAndFitsSpecification";
 
 enum class Measure { kLength, kAngle, kPlain };
 

@@ -66,7 +66,11 @@ KOVAResult KOVAOrvoPMIExporter::InitializeAnnotationFromAttributes(ENTITY_LIST c
   while (!pending.empty()) {
     const auto [entity, parent, display] = pending.back();
     pending.pop_back();
-    InitializeAnnotation(entity, parent == nullptr ? owners : Owners{parent}, display);
+    if (parent == nullptr) {
+      InitializeAnnotation(entity, owners, display);
+    } else {
+      InitializeAnnotation(entity, {parent}, display);
+    }
     if (!IsKind<ATTRIB_KOVAPMI_GEOM_TOL>(entity)) continue;
     ENTITY_LIST nested;
     if (GetGeomtolAttribute(entity, nested)) add(nested, entity);

@@ -56,7 +56,7 @@ KOVAResult KOVAOrvoPMIExporter::AnswerFromDatum(
   if (!initialized) return NotInitialised;
   Object* object = nullptr;
   const KOVAResult result = (this->*resolve)(identifier, object);
-  if (!result.IsSuccess() || !IsExact(*object)) return result;
+  if (object == nullptr || !IsExact(*object)) return result;
   return answer(*object);
 }
 

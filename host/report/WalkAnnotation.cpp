@@ -289,7 +289,7 @@ void ReadCommon(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
   for (int i = 0; i < entities; ++i) exporter.GetEntityFromAnnotationAt(annotation, i, list);
   for (int i = 0; i < list.count(); ++i) {
     const EntityReport* named = namer(list.at(i).GetNativeObject());
-    report.entities.push_back(named != nullptr ? *named : EntityReport{"entity", {}});
+    report.entities.push_back(named != nullptr ? *named : EntityReport{"entity", {}, {}});
   }
   float position[2];
   KOVAPMIOrientation orientation = OrientationUnknown;

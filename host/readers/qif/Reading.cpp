@@ -33,6 +33,7 @@ Units ReadUnits(const Document& document) {
 
 Reading::Reading(std::string_view text, const std::string& name)
     : document(text, name), units(ReadUnits(document)), model(EmptyModel()), part(*model.part) {
+  model.format = "QIF 3.0";
   model.linearUnit = units.LinearUnit();
 }
 
@@ -41,7 +42,7 @@ void Reading::Skip(Element element, const std::string& reason) {
 }
 
 void Reading::Skip(std::string_view kind, std::string_view id, const std::string& reason) {
-  model.skipped.push_back({std::string(kind), std::string(id), reason});
+  model.skipped.push_back({Severity::kLost, std::string(kind), std::string(id), {}, reason});
 }
 
 void Reading::Describe(ENTITY& entity, Element element, const char* kind, std::string_view name) {

@@ -182,24 +182,32 @@ Json CaptureToJson(const CaptureReport& capture) {
                                      return Json{{"point", plane[0]}, {"normal", plane[1]}};
                                    })},
           {"members",
-           {{"count", capture.memberCount}, {"annotations", List(capture.members, TextToJson)}}}};
+           {{"count", capture.memberCount},
+            {"annotations", List(capture.members, [](const MemberReport& member) {
+               return TextToJson(member.name);
+             })}}}};
 }
 
 }  // namespace
 
 std::string PrintJson(const ModelReport& report, int indent) {
-  const Json json{
-      {"totals", report.totals},
-      {"views", List(report.views, ViewToJson)},
-      {"captures", List(report.captures, CaptureToJson)},
-      {"source",
-       {{"file", report.source.file},
-        {"linearUnit", report.source.linearUnit},
-        {"counts", report.source.counts},
-        {"skippedCount", report.source.skipped.size()},
-        {"skipped", List(report.source.skipped, [](const SkippedReport& skipped) {
-           return Json{{"kind", skipped.kind}, {"id", skipped.id}, {"reason", skipped.reason}};
-         })}}}};
+  const Json json{{"totals", report.totals},
+                  {"views", List(report.views, ViewToJson)},
+                  {"captures", List(report.captures, CaptureToJson)},
+                  {"source",
+                   {{"file", report.source.file},
+                    {"linearUnit", report.source.linearUnit},
+                    {"counts", report.source.counts},
+                    {"skippedCount", report.source.skipped.size()},
+                    {"skipped", List(report.source.skipped, [](const SkippedReport& skipped) {
+                       return Json{{"severity", skipped.severity},
+                                   {"kind", skipped.kind},
+                                   {"id", skipped.id},
+                                   {"annotation", skipped.annotation},
+                                   {"reason", skipped.reason},
+                                   {"line", skipped.line},
+                                   {"count", skipped.count}};
+                     })}}}};
   // File names may hold any bytes.
   return json.dump(indent, ' ', false, Json::error_handler_t::replace);
 }

@@ -204,8 +204,8 @@ class Printer {
     }
     if (capture.members.empty()) return;
     std::string names = "annotations";
-    for (const Text& member : capture.members) {
-      names += (names == "annotations" ? " " : ", ") + member.value_or("unnamed");
+    for (const MemberReport& member : capture.members) {
+      names += (names == "annotations" ? " " : ", ") + member.name.value_or("unnamed");
     }
     Line(2, OneLine(names));
   }

@@ -41,6 +41,8 @@ std::string_view WordOf(Element parent, std::string_view name);
 // "true" or "1".
 bool IsTrue(std::string_view text);
 bool IsTrue(Element parent, std::string_view name);
+// The line that an element stands on, from 1; 0 when it is not known.
+inline long LineOf(Element /*element*/) { return 0; }
 // The element that follows in document order inside `root`, or none. With `descend` false, what
 // lies inside `element` is passed over.
 Element Next(Element element, Element root, bool descend = true);

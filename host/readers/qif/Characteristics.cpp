@@ -19,7 +19,8 @@ std::string_view NameOfCharacteristic(Fields& nominal) {
 class CharacteristicsReader {
  public:
   explicit CharacteristicsReader(Reading& reading)
-      : reading_(reading), characteristics_(reading.document.At({"Characteristics"})) {}
+      : reading_(reading),
+        characteristics_(reading.document.At({"Characteristics"}), Fields::kUnlimited) {}
 
   void Read() {
     characteristics_.Pass({"FormalStandardId"});

@@ -114,6 +114,7 @@ KOVAPMI_DRF& Reading::Frame(Document::Entry& entry, const std::string& field) {
     throw Unreadable(entry.element, "its reference frame could not be read: " +
                                         shared.account.Items().back().reason);
   }
+  Spend(standin::Edit(*shared.frame).references.size());
   ListAgain(shared, field);
   return *shared.frame;
 }

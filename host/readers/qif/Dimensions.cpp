@@ -246,13 +246,16 @@ class DimensionReader {
   std::vector<ENTITY*> Members() {
     std::vector<ENTITY*> members = reading_.AssociatedEntities(nominal_);
     Fields origin(nominal_["OriginReference"]);
+    std::vector<ENTITY*> others = reading_.AssociatedEntities(origin);
     if (const Element reference = origin["DatumDefinitionId"]) {
-      const Document::Entry* const datum = reading_.document.Find(reference);
-      if (datum == nullptr) reading_.Lose(reference, "its origin does not exist");
-      origin = Fields(datum == nullptr ? Element() : datum->element);
+      const Document::Entry* const entry = reading_.document.Find(reference);
+      if (entry == nullptr) reading_.Lose(reference, "the datum of its origin does not exist");
+      Fields datum(entry == nullptr ? Element() : entry->element);
+      others = reading_.AssociatedEntities(datum);
     }
+    reading_.SkipRest(origin);
     std::unordered_set<const ENTITY*> seen(members.begin(), members.end());
-    for (ENTITY* entity : reading_.AssociatedEntities(origin)) {
+    for (ENTITY* entity : others) {
       if (seen.insert(entity).second) members.push_back(entity);
     }
     return members;

@@ -26,7 +26,7 @@ using Fonts = std::map<std::string, Font, std::less<>>;
 Fonts ReadFonts(Reading& reading, Element list) {
   Fonts fonts;
   for (const Element element : list.children()) {
-    reading.Try(element, [&] {
+    try {
       Font font;
       font.fixedPitch = TextOf(element, "Name").find(" Mono") != std::string_view::npos;
       font.bold = IsTrue(element.attribute("bold").value());
@@ -35,7 +35,9 @@ Fonts ReadFonts(Reading& reading, Element list) {
       font.height = reading.units.FromPoints(NumberOf(Child(element, "Size")));
       if (!(font.height <= kLargestFloat)) throw Unreadable(element, "its size is too large");
       fonts[element.attribute("index").value()] = font;
-    });
+    } catch (const Unreadable& problem) {
+      reading.Skip(Severity::kReduced, element, problem.what());
+    }
   }
   return fonts;
 }
@@ -65,7 +67,7 @@ class DisplayReader {
   DisplayReader(Reading& reading, const Fonts& fonts, Element element)
       : reading_(reading),
         fonts_(fonts),
-        display_(element, std::numeric_limits<std::size_t>::max()),
+        display_(element, Fields::kUnlimited),
         texts_(display_["Texts"]) {
     reading_.Count("leaders", static_cast<long>(display_.AllWith("Leader").size()));
   }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <limits>
+
 #include "readers/qif/Element.h"
 
 namespace qif {
@@ -14,6 +16,7 @@ class Fields {
  public:
   // More than any record of fields has. What is longer holds lists, where a search could be long.
   static constexpr std::size_t kMost = 128;
+  static constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
 
   // An empty element has no fields. Throws Unreadable when there are more than `most`.
   explicit Fields(Element record, std::size_t most = kMost);

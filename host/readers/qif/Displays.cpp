@@ -75,21 +75,22 @@ class DisplayReader {
   // `drawn` has the annotations that have a display already.
   void Read(std::unordered_set<const ENTITY*>& drawn) {
     const Element element = display_.Record();
-    const Element reference = Child(display_["Reference"], "Id");
-    std::string reason;
-    const Document::Entry* const entry = reading_.AnnotationAt(reference, reason);
-    if (entry == nullptr) {
-      return reading_.Skip(Severity::kLost, element, WordOf(reference), reason);
-    }
-    reading_.Under(std::to_string(entry->id));
-    ENTITY* const annotation = entry->entity;
-    if (drawn.count(annotation) != 0)
-      return Reduce(element, "the annotation has a display already");
     try {
+      const Element reference = Child(display_["Reference"], "Id");
+      std::string reason;
+      const Document::Entry* const entry = reading_.AnnotationAt(reference, reason);
+      if (entry == nullptr) {
+        return reading_.Skip(Severity::kLost, element, WordOf(reference), reason);
+      }
+      reading_.Under(std::to_string(entry->id));
+      ENTITY& annotation = *entry->entity;
+      if (drawn.count(&annotation) != 0) {
+        return Reduce(element, "the annotation has a display already");
+      }
       const std::wstring text = DrawnText(texts_);
-      drawing_ = ReadDrawing(reading_, display_, is_KOVAPMI_DIMENSION(annotation) == 1);
+      drawing_ = ReadDrawing(reading_, display_, is_KOVAPMI_DIMENSION(&annotation) == 1);
       bool holdsDisplay = false;
-      WithDisplay(*annotation, [&](auto& holder) {
+      WithDisplay(annotation, [&](auto& holder) {
         holdsDisplay = true;
         Apply(reading_.part.Place(holder, drawing_.origin, drawing_.direction, drawing_.normal));
         if (!UseText(holder, text) && !text.empty()) {
@@ -97,8 +98,8 @@ class DisplayReader {
         }
       });
       if (!holdsDisplay) return Reduce(element, "a saved view has no display");
-      drawn.insert(annotation);
-      SkipRest(*annotation);
+      drawn.insert(&annotation);
+      SkipRest(annotation);
     } catch (const Unreadable& problem) {
       reading_.Lose(element, problem);
     }

@@ -113,7 +113,7 @@ class DisplayReader {
       fields.underline = font->second.underline ? 1 : 0;
       fields.height = font->second.height;
     }
-    if (const pugi::xml_attribute height = display_.texts.attribute("lineHeight")) {
+    if (const Attribute height = display_.texts.attribute("lineHeight")) {
       const double value = height.as_double();
       if (std::isfinite(value)) fields.height = value;
     }
@@ -180,7 +180,7 @@ class DisplayReader {
       if (place[0] > right) side = &KOVAPMI_NOTE::fields::after;
       if (place[1] < bottom) side = &KOVAPMI_NOTE::fields::lower;
       if (place[1] > top) side = &KOVAPMI_NOTE::fields::upper;
-      const std::wstring piece = Symbols(Child(text, "Data").first_child().value());
+      const std::wstring piece = Symbols(RawTextOf(Child(text, "Data")));
       if (side == nullptr || piece.empty()) continue;
       pmi_text& all = NoteOf(note).*side;
       all = all.has_value() ? *all + L"\n" + piece : piece;

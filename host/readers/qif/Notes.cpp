@@ -10,7 +10,7 @@ void ReadNote(Reading& reading, Element element, bool isFlag) {
   reading.Count(isFlag ? "flagNotes" : "notes");
   ENTITY& carrier = reading.Carrier(reading.AssociatedEntities(element));
   // An empty text is filled in from the display, which comes later.
-  const std::wstring text = Wide(TextOf(element, "Text"));
+  const std::wstring text = Wide(RawTextOf(Child(element, "Text")));
   ENTITY& note = isFlag ? static_cast<ENTITY&>(reading.part.AddFlagNote(carrier, text.c_str()))
                         : reading.part.AddText(carrier, text.c_str());
   reading.document.EntryOf(element).entity = &note;

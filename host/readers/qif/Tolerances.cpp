@@ -113,7 +113,7 @@ class ToleranceReader {
     bool hasPerUnit = false;
     for (const Element field : source.children()) {
       if (!IsPerUnit(field)) continue;
-      if (!hasPerUnit) ReadPerUnit(field, value, fields);
+      if (!hasPerUnit) ReadPerUnit(field, bool(value), fields);
       hasPerUnit = true;
     }
     if (!value && !hasPerUnit) throw Unreadable(source, "it has no tolerance value");

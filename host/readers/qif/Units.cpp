@@ -31,7 +31,7 @@ double FactorOf(Element unit) {
 }
 
 int DecimalsOf(Element element, std::string_view text) {
-  const pugi::xml_attribute stated = element.attribute("decimalPlaces");
+  const Attribute stated = element.attribute("decimalPlaces");
   constexpr int kMost = 15;
   if (stated) return std::clamp(stated.as_int(), 0, kMost);
   const std::size_t exponent = text.find_first_of("eE");
@@ -73,7 +73,7 @@ Quantity Units::Convert(Element element, const char* attribute, double defaultFa
   quantity.written = WordOf(element);
   quantity.decimals = DecimalsOf(element, quantity.written);
   double factor = defaultFactor;
-  if (const pugi::xml_attribute unit = element.attribute(attribute)) {
+  if (const Attribute unit = element.attribute(attribute)) {
     const auto found = factors.find(std::string_view(unit.value()));
     if (found == factors.end()) {
       throw Unreadable(element, std::string("unit '") + unit.value() + "' is not declared");
@@ -100,7 +100,7 @@ Quantity Units::Plain(Element element) const { return Convert(element, "", 1, {}
 QENposition Units::Point(Element element) const {
   const std::vector<double> xyz = NumbersOf(element, 3);
   double factor = 1;
-  if (const pugi::xml_attribute unit = element.attribute("linearUnit")) {
+  if (const Attribute unit = element.attribute("linearUnit")) {
     const auto found = lengths_.find(std::string_view(unit.value()));
     if (found == lengths_.end()) {
       throw Unreadable(element, std::string("unit '") + unit.value() + "' is not declared");

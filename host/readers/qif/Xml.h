@@ -50,7 +50,6 @@ class Xml {
   const std::string& Namespace() const { return namespace_; }
 
  private:
-  friend class XmlBuilder;
   std::pmr::monotonic_buffer_resource memory_;            // nodes and texts
   std::unique_ptr<_xmlDict, void (*)(_xmlDict*)> names_;  // of elements and attributes
   Node* root_ = nullptr;

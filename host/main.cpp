@@ -7,9 +7,9 @@
 #include <filesystem>
 #include <iostream>
 
+#include "MakeReport.h"
 #include "plugin/PluginLibrary.h"
 #include "readers/qif/QifReader.h"
-#include "report/Walk.h"
 #include "writers/json/PrintJson.h"
 #include "writers/text/PrintText.h"
 
@@ -19,6 +19,8 @@ namespace {
 
 constexpr int kBadModel = 2;
 constexpr int kBadPlugin = 3;
+
+constexpr const char* kProgram = "pmi_report " VERSION;
 
 struct Options {
   std::vector<std::string> models;
@@ -51,46 +53,17 @@ class Progress {
   bool shown_;
 };
 
-const char* NameOf(Severity severity) {
-  switch (severity) {
-    case Severity::kLost:
-      return "lost";
-    case Severity::kReduced:
-      return "reduced";
-    case Severity::kIgnored:
-      break;
-  }
-  return "ignored";
-}
-
 // The report of one model. Throws ModelError or PluginError.
 ModelReport ReportOn(const PluginLibrary& plugin, const std::string& model) {
   const Model source = ReadQif(model);
   const auto exporter = plugin.CreateExporter(source.part->GetDocument());
-  exporter->PreProcess();
-  std::unordered_map<const void*, EntityReport> names;
-  for (const auto& [entity, label] : source.labels) names[entity] = {label.kind, {}, label.label};
-  ModelReport report = WalkModel(*exporter, [&](const void* entity) -> const EntityReport* {
-    const auto found = names.find(entity);
-    return found == names.end() ? nullptr : &found->second;
-  });
-  report.source.file = model;
-  report.source.format = source.format;
-  report.source.linearUnit = source.linearUnit;
-  report.source.pmiLinearUnit = source.pmiLinearUnit;
-  report.source.pmiAngularUnit = source.pmiAngularUnit;
-  report.source.counts = source.counts;
-  for (const SkippedItem& item : source.skipped) {
-    report.source.skipped.push_back({NameOf(item.severity), item.kind, item.id, item.annotation,
-                                     item.reason, item.line, item.count});
-  }
-  return report;
+  return MakeReport(source, *exporter, model);
 }
 
 void Write(const ModelReport& report, const Options& options) {
   const bool alone = options.models.size() == 1;
   const std::string text =
-      options.json ? PrintJson(report, alone ? 2 : -1) + "\n" : PrintText(report);
+      options.json ? PrintJson(report, kProgram, alone ? 2 : -1) + "\n" : PrintText(report);
   if (!std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
     throw std::runtime_error("cannot write the report");
   }
@@ -130,7 +103,7 @@ int main(int argc, char** argv) {
                  "The plug-in to load (default: the one that comes with the program)");
   app.add_flag("--json", options.json,
                "Print JSON: one document, or one a line when several models are named");
-  app.set_version_flag("--version", "pmi_report " VERSION);
+  app.set_version_flag("--version", kProgram);
   CLI11_PARSE(app, argc, argv);
   try {
     if (options.models.empty()) {

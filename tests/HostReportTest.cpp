@@ -216,7 +216,7 @@ TEST(HostDrawing, NumbersAndLimitsAreAsShortAsTheyCanBe) {
 TEST(HostPrint, JsonGivesNullForWhatWasNotAnswered) {
   ModelReport report;
   report.views.emplace_back().annotations.emplace_back().dimension.emplace();
-  const Json json = Json::parse(PrintJson(report, -1));
+  const Json json = Json::parse(PrintJson(report, "pmi_report 1", -1));
   EXPECT_TRUE(json.at("views")[0].at("frame").is_null());
   const Json& annotation = json.at("views")[0].at("annotations")[0];
   for (const char* key : {"name", "hidden", "position", "depth"}) {

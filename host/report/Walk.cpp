@@ -11,8 +11,8 @@ namespace {
 
 class Walker {
  public:
-  Walker(KOVAPMIExporter& exporter, const EntityNamer& namer)
-      : exporter_(exporter), namer_(namer) {}
+  Walker(KOVAPMIExporter& exporter, const DocumentNames& names)
+      : exporter_(exporter), names_(names) {}
 
   ModelReport Walk() {
     for (const char* kind : {"text", "roughness", "geometricTolerance", "dimension", "datum",
@@ -52,7 +52,7 @@ class Walker {
     for (int i = 0; i < count; ++i) {
       KOVAIdentifier annotation;
       if (!exporter_.GetViewAnnotation(view, i, annotation).IsSuccess()) continue;
-      report.annotations.push_back(WalkAnnotation(exporter_, annotation, namer_));
+      report.annotations.push_back(WalkAnnotation(exporter_, annotation, names_));
       ++report_.totals[report.annotations.back().kind];
     }
   }
@@ -95,14 +95,14 @@ class Walker {
   }
 
   KOVAPMIExporter& exporter_;
-  const EntityNamer& namer_;
+  const DocumentNames& names_;
   ModelReport report_;
 };
 
 }  // namespace
 
-ModelReport WalkModel(KOVAPMIExporter& exporter, const EntityNamer& namer) {
-  return Walker(exporter, namer).Walk();
+ModelReport WalkModel(KOVAPMIExporter& exporter, const DocumentNames& names) {
+  return Walker(exporter, names).Walk();
 }
 
 Text NameOfObject(KOVAPMIExporter& exporter, const KOVAIdentifier& object) {

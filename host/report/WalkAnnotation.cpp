@@ -272,7 +272,7 @@ TextReport TextWithFont(KOVAPMIExporter& exporter, const KOVAIdentifier& text) {
 }
 
 void ReadCommon(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
-                const EntityNamer& namer, AnnotationReport& report) {
+                const DocumentNames& names, AnnotationReport& report) {
   report.name = NameOfObject(exporter, annotation);
   bool hidden = false;
   if (exporter.IsAnnotationHidden(annotation, hidden).IsSuccess()) report.hidden = hidden;
@@ -288,8 +288,7 @@ void ReadCommon(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
   KOVAIdentifiers list;
   for (int i = 0; i < entities; ++i) exporter.GetEntityFromAnnotationAt(annotation, i, list);
   for (int i = 0; i < list.count(); ++i) {
-    const EntityReport* named = namer(list.at(i).GetNativeObject());
-    report.entities.push_back(named != nullptr ? *named : EntityReport{"entity", {}, {}});
+    report.entities.push_back(names.entity(list.at(i).GetNativeObject()));
   }
   float position[2];
   KOVAPMIOrientation orientation = OrientationUnknown;
@@ -313,12 +312,12 @@ void ReadCommon(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
 }  // namespace
 
 AnnotationReport WalkAnnotation(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
-                                const EntityNamer& namer) {
+                                const DocumentNames& names) {
   AnnotationReport report;
   KOVAPMIAnnotationType type = AnnotationTypeUnknown;
   exporter.GetAnnotationType(annotation, type);
   report.kind = NameOf(type);
-  ReadCommon(exporter, annotation, namer, report);
+  ReadCommon(exporter, annotation, names, report);
   switch (type) {
     case AnnotationTypeDimension:
       report.dimension = Dimension(exporter, annotation);

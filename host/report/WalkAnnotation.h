@@ -4,7 +4,7 @@
 
 // Everything that an exporter answers about one annotation.
 AnnotationReport WalkAnnotation(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
-                                const EntityNamer& namer);
+                                const DocumentNames& names);
 
 // The name of an annotation or capture, absent when it has none.
 Text NameOfObject(KOVAPMIExporter& exporter, const KOVAIdentifier& object);

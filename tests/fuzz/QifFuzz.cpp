@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "KOVAOrvoPMIExporterFactory.h"
+#include "MakeReport.h"
 #include "readers/qif/QifReader.h"
-#include "report/Walk.h"
 #include "standin/Control.h"
 #include "writers/json/PrintJson.h"
 #include "writers/text/PrintText.h"
@@ -19,10 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     KOVAPMIExporter* made = nullptr;
     if (KOVACreateOrvoPMIExporter(&model.part->GetDocument(), &made) != 0) std::abort();
     const std::unique_ptr<KOVAPMIExporter> exporter(made);
-    exporter->PreProcess();
-    const ModelReport report =
-        WalkModel(*exporter, [](const void*) -> const EntityReport* { return nullptr; });
-    if (PrintText(report).empty() || PrintJson(report, -1).empty()) std::abort();
+    const ModelReport report = MakeReport(model, *exporter, "fuzz");
+    if (PrintText(report).empty() || PrintJson(report, "fuzz", -1).empty()) std::abort();
   } catch (const ModelError&) {
     // A document that no model can be made of.
   }

@@ -148,7 +148,7 @@ class DisplayReader {
     } else {
       Reduce(texts_, "its font is not in the document, or could not be read");
     }
-    if (const pugi::xml_attribute height = texts_.attribute("lineHeight")) {
+    if (const Attribute height = texts_.attribute("lineHeight")) {
       const double value = height.as_double();
       if (value > 0 && value <= kLargestFloat) {
         fields.height = value;
@@ -234,7 +234,7 @@ class DisplayReader {
       if (place[0] > right) side = &KOVAPMI_NOTE::fields::after;
       if (place[1] < bottom) side = &KOVAPMI_NOTE::fields::lower;
       if (place[1] > top) side = &KOVAPMI_NOTE::fields::upper;
-      const std::wstring piece = Symbols(Child(text, "Data").first_child().value());
+      const std::wstring piece = Symbols(RawTextOf(Child(text, "Data")));
       if (side == nullptr || piece.empty()) continue;
       pmi_text& all = NoteOf(note).*side;
       all = all.has_value() ? *all + L"\n" + piece : piece;

@@ -11,7 +11,7 @@ void ReadNote(Reading& reading, Element element, bool isFlag) {
   Fields fields(element);
   ENTITY& carrier = reading.Carrier(reading.AssociatedEntities(fields));
   // An empty text is filled in from the display, which comes later.
-  const std::wstring text = Wide(fields.Text("Text"));
+  const std::wstring text = Wide(RawTextOf(fields["Text"]));
   ENTITY& note = isFlag ? static_cast<ENTITY&>(reading.part.AddFlagNote(carrier, text.c_str()))
                         : reading.part.AddText(carrier, text.c_str());
   reading.document.EntryOf(element).entity = &note;

@@ -134,7 +134,7 @@ std::wstring DrawnText(Element texts) {
   double lastX = 0;
   for (const Element text : texts.children()) {
     if (NameOf(text) != "Text") continue;
-    const std::wstring piece = Symbols(Child(text, "Data").first_child().value());
+    const std::wstring piece = Symbols(RawTextOf(Child(text, "Data")));
     const double x = NumbersOf(Child(text, "XY"), 2)[0];
     if (piece.empty()) continue;
     // What starts further right goes on in the line; anything else is a new line.

@@ -111,7 +111,7 @@ class ToleranceReader {
       if (hasPerUnit) {
         reading_.Skip(Severity::kLost, perUnit, "the model has one unit basis a row");
       } else {
-        ReadPerUnit(perUnit, value, fields, at);
+        ReadPerUnit(perUnit, bool(value), fields, at);
       }
       hasPerUnit = true;
     }

@@ -33,7 +33,7 @@ double FactorOf(Element unit) {
 }
 
 int DecimalsOf(Element element, std::string_view text) {
-  const pugi::xml_attribute stated = element.attribute("decimalPlaces");
+  const Attribute stated = element.attribute("decimalPlaces");
   constexpr int kMost = 15;
   if (stated) return std::clamp(stated.as_int(), 0, kMost);
   const std::size_t exponent = text.find_first_of("eE");
@@ -86,7 +86,7 @@ Units::Units(const Document& document) : angle_{kDegrees, "radian"} {
 
 Units::Unit Units::UnitOf(Element element, const char* attribute, const Unit& byDefault,
                           const UnitTable& units) {
-  const pugi::xml_attribute stated = element.attribute(attribute);
+  const Attribute stated = element.attribute(attribute);
   if (!stated) return byDefault;
   const auto found = units.find(std::string_view(stated.value()));
   if (found == units.end()) {
@@ -122,7 +122,7 @@ Quantity Units::Plain(Element element) const {
   Quantity quantity = Convert(element, {});
   for (const char* attribute : {"areaUnit", "forceUnit", "massUnit", "pressureUnit", "speedUnit",
                                 "temperatureUnit", "timeUnit", "unitName"}) {
-    const pugi::xml_attribute unit = element.attribute(attribute);
+    const Attribute unit = element.attribute(attribute);
     if (unit) quantity.unit = Cut(unit.value(), kLongestNumber);
   }
   return quantity;

@@ -6,6 +6,14 @@ using Json = nlohmann::ordered_json;
 
 namespace {
 
+// The version of the JSON's shape, in docs/report.schema.json too.
+constexpr int kFormat = 2;
+
+// File names may hold any bytes.
+std::string Dump(const Json& json, int indent) {
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
 template <typename T>
 Json OrNull(const std::optional<T>& value) {
   return value.has_value() ? Json(*value) : Json();
@@ -190,8 +198,10 @@ Json CaptureToJson(const CaptureReport& capture) {
 
 }  // namespace
 
-std::string PrintJson(const ModelReport& report, int indent) {
-  const Json json{{"totals", report.totals},
+std::string PrintJson(const ModelReport& report, const std::string& program, int indent) {
+  const Json json{{"format", kFormat},
+                  {"program", program},
+                  {"totals", report.totals},
                   {"views", List(report.views, ViewToJson)},
                   {"captures", List(report.captures, CaptureToJson)},
                   {"source",
@@ -208,6 +218,12 @@ std::string PrintJson(const ModelReport& report, int indent) {
                                    {"line", skipped.line},
                                    {"count", skipped.count}};
                      })}}}};
-  // File names may hold any bytes.
-  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+  return Dump(json, indent);
+}
+
+std::string PrintJsonError(const std::string& file, const std::string& error,
+                           const std::string& program, int indent) {
+  return Dump(
+      {{"format", kFormat}, {"program", program}, {"source", {{"file", file}, {"error", error}}}},
+      indent);
 }

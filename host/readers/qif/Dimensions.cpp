@@ -62,6 +62,9 @@ constexpr DimensionKind kKinds[] = {
     {"UserDefinedUnit", dim_unknown, dim_sub_unknown, Measure::kPlain},
 };
 
+// The decimal places of a value or of limits that the document does not state.
+constexpr double kNotStated = -1;
+
 // a - b without what the subtraction of decimals leaves behind: 0.1 and not 0.10000000000000142.
 double Difference(double a, double b) {
   const double largest = std::max(std::abs(a), std::abs(b));
@@ -90,7 +93,9 @@ class DimensionReader {
         nominal_(characteristic.nominal),
         definition_(characteristic.definition),
         firstUse_(characteristic.firstUse),
-        kind_(kind) {}
+        kind_(kind) {
+    fields_.value_precision = fields_.tolerance_precision = kNotStated;
+  }
 
   // Null for what is not a dimension after all: a quantity without a value and limits.
   ENTITY* Read() {
@@ -142,6 +147,7 @@ class DimensionReader {
         const Element size = field == nullptr ? Element() : Child(definition, field);
         if (!size) continue;
         fields_.value = factor * Measured(size, false).value;
+        fields_.value_precision = 0;
         return true;
       }
     }

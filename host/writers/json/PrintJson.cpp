@@ -1,6 +1,7 @@
-#include <nlohmann/json.hpp>
-
 #include "writers/json/PrintJson.h"
+
+#include <cmath>
+#include <nlohmann/json.hpp>
 
 using Json = nlohmann::ordered_json;
 
@@ -33,6 +34,11 @@ Json OrNull(const std::optional<T>& value, Convert convert) {
 
 Json TextToJson(const Text& text) { return OrNull(text); }
 
+// A text that is empty where there is none.
+Json OrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
+
+Json PointToJson(const Point3& point) { return std::isnan(point[0]) ? Json() : Json(point); }
+
 Json FontToJson(const FontReport& font) {
   return {{"fixedPitch", font.fixedPitch},
           {"height", font.height},
@@ -54,7 +60,8 @@ Json FrameToJson(const FrameReport& frame) {
           {"references", List(frame.references, [](const ReferenceReport& reference) {
              return Json{{"label", OrNull(reference.label)},
                          {"datums", List(reference.datums, [](const FrameDatumReport& datum) {
-                            return Json{{"label", OrNull(datum.label)},
+                            return Json{{"id", OrNull(datum.id)},
+                                        {"label", OrNull(datum.label)},
                                         {"modifiers", List(datum.modifiers, ModifierToJson)}};
                           })}};
            })}};
@@ -95,6 +102,7 @@ Json ToleranceToJson(const ToleranceReport& tolerance) {
 Json DimensionToJson(const DimensionReport& dimension) {
   return {{"type", OrNull(dimension.type)},
           {"mainType", OrNull(dimension.mainType)},
+          {"tolerance", OrNull(dimension.tolerance)},
           {"value", OrNull(dimension.value)},
           {"precision", OrNull(dimension.precision)},
           {"lower", OrNull(dimension.lower)},
@@ -107,7 +115,8 @@ Json DimensionToJson(const DimensionReport& dimension) {
           {"extensionLines", OrNull(dimension.extensionLines)},
           {"callouts", List(dimension.callouts,
                             [](const CalloutReport& callout) {
-                              return Json{{"name", OrNull(callout.name)},
+                              return Json{{"id", OrNull(callout.id)},
+                                          {"name", OrNull(callout.name)},
                                           {"value", OrNull(callout.value)},
                                           {"calloutType", OrNull(callout.calloutType)}};
                             })},
@@ -115,7 +124,9 @@ Json DimensionToJson(const DimensionReport& dimension) {
 }
 
 Json DatumToJson(const DatumReport& datum) {
-  return {{"label", OrNull(datum.label)}, {"targets", List(datum.targets, TextToJson)}};
+  return {{"label", OrNull(datum.label)},
+          {"targets", List(datum.targets, TextToJson)},
+          {"targetIds", List(datum.targetIds, TextToJson)}};
 }
 
 Json DatumTargetToJson(const DatumTargetReport& target) {
@@ -132,9 +143,18 @@ Json RoughnessToJson(const RoughnessReport& roughness) {
           {"fields", List(roughness.fields, TextToJson)}};
 }
 
+Json EntityToJson(const EntityReport& entity) {
+  return {{"kind", entity.kind}, {"id", OrNull(entity.id)}, {"label", OrNull(entity.label)}};
+}
+
+Json WrittenToJson(const WrittenReport& written) {
+  return {{"field", written.field}, {"text", written.text}, {"unit", written.unit}};
+}
+
 Json AnnotationToJson(const AnnotationReport& annotation) {
   Json json{
       {"kind", annotation.kind},
+      {"id", OrNull(annotation.id)},
       {"name", OrNull(annotation.name)},
       {"hidden", OrNull(annotation.hidden)},
       {"texts",
@@ -142,15 +162,13 @@ Json AnnotationToJson(const AnnotationReport& annotation) {
             [](const TextReport& text) {
               return Json{{"string", OrNull(text.string)}, {"font", OrNull(text.font, FontToJson)}};
             })},
-      {"entities", List(annotation.entities,
-                        [](const EntityReport& entity) {
-                          return Json{{"kind", entity.kind}, {"label", OrNull(entity.label)}};
-                        })},
+      {"entities", List(annotation.entities, EntityToJson)},
       {"position", OrNull(annotation.position)},
       {"depth", OrNull(annotation.depth)},
       {"leaders", List(annotation.leaders, [](const std::array<Point3, 2>& ends) {
-         return Json{{"tail", ends[0]}, {"head", ends[1]}};
+         return Json{{"tail", PointToJson(ends[0])}, {"head", PointToJson(ends[1])}};
        })}};
+  if (!annotation.written.empty()) json["written"] = List(annotation.written, WrittenToJson);
   if (annotation.dimension) json["dimension"] = DimensionToJson(*annotation.dimension);
   if (annotation.tolerance) json["tolerance"] = ToleranceToJson(*annotation.tolerance);
   if (annotation.datum) json["datum"] = DatumToJson(*annotation.datum);
@@ -161,6 +179,7 @@ Json AnnotationToJson(const AnnotationReport& annotation) {
 
 Json ViewToJson(const ViewReport& view) {
   return {
+      {"id", OrNull(view.id)},
       {"frame",
        OrNull(
            view.frame,
@@ -182,7 +201,8 @@ Json CameraToJson(const CameraReport& camera) {
 }
 
 Json CaptureToJson(const CaptureReport& capture) {
-  return {{"name", OrNull(capture.name)},
+  return {{"id", OrNull(capture.id)},
+          {"name", OrNull(capture.name)},
           {"camera", OrNull(capture.camera, CameraToJson)},
           {"hiddenText", OrNull(capture.hiddenText)},
           {"clippingPlane", OrNull(capture.clippingPlane,
@@ -191,34 +211,58 @@ Json CaptureToJson(const CaptureReport& capture) {
                                    })},
           {"members",
            {{"count", capture.memberCount},
-            {"annotations", List(capture.members, [](const MemberReport& member) {
-               return TextToJson(member.name);
-             })}}}};
+            {"annotations",
+             List(capture.members, [](const MemberReport& member) { return OrNull(member.name); })},
+            {"ids", List(capture.members,
+                         [](const MemberReport& member) { return OrNull(member.id); })}}}};
+}
+
+Json AppliedToJson(const AppliedEntityReport& applied) {
+  Json json = EntityToJson(applied.entity);
+  json["annotations"] = List(applied.annotations, TextToJson);
+  return json;
+}
+
+Json SkippedToJson(const SkippedReport& skipped) {
+  return {{"severity", skipped.severity}, {"kind", skipped.kind},
+          {"id", OrNull(skipped.id)},     {"annotation", OrNull(skipped.annotation)},
+          {"reason", skipped.reason},     {"line", skipped.line > 0 ? Json(skipped.line) : Json()},
+          {"count", skipped.count}};
+}
+
+Json SourceToJson(const SourceReport& source) {
+  Json json{{"file", source.file},
+            {"format", OrNull(source.format)},
+            {"linearUnit", OrNull(source.linearUnit)},
+            {"angularUnit", "degree"},
+            {"pmiLinearUnit", OrNull(source.pmiLinearUnit)},
+            {"pmiAngularUnit", OrNull(source.pmiAngularUnit)},
+            {"counts", source.counts}};
+  long all = 0;
+  for (const char* severity : {"lost", "reduced", "ignored"}) {
+    long count = 0;
+    for (const SkippedReport& skipped : source.skipped) {
+      if (skipped.severity == severity) count += skipped.count;
+    }
+    json[severity] = count;
+    all += count;
+  }
+  json["skippedCount"] = all;
+  json["skipped"] = List(source.skipped, SkippedToJson);
+  return json;
 }
 
 }  // namespace
 
 std::string PrintJson(const ModelReport& report, const std::string& program, int indent) {
-  const Json json{{"format", kFormat},
-                  {"program", program},
-                  {"totals", report.totals},
-                  {"views", List(report.views, ViewToJson)},
-                  {"captures", List(report.captures, CaptureToJson)},
-                  {"source",
-                   {{"file", report.source.file},
-                    {"linearUnit", report.source.linearUnit},
-                    {"counts", report.source.counts},
-                    {"skippedCount", report.source.skipped.size()},
-                    {"skipped", List(report.source.skipped, [](const SkippedReport& skipped) {
-                       return Json{{"severity", skipped.severity},
-                                   {"kind", skipped.kind},
-                                   {"id", skipped.id},
-                                   {"annotation", skipped.annotation},
-                                   {"reason", skipped.reason},
-                                   {"line", skipped.line},
-                                   {"count", skipped.count}};
-                     })}}}};
-  return Dump(json, indent);
+  return Dump({{"format", kFormat},
+               {"program", program},
+               {"totals", report.totals},
+               {"views", List(report.views, ViewToJson)},
+               {"captures", List(report.captures, CaptureToJson)},
+               {"entities", List(report.entities, AppliedToJson)},
+               {"source", SourceToJson(report.source)}},
+              indent);
 }
 
 std::string PrintJsonError(const std::string& file, const std::string& error,

@@ -72,7 +72,12 @@ void ReadValues(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
   };
   report.texts = {set(prefix), set(suffix),     set(before),      set(after),
                   set(above),  set(underneath), set(holeCallout), set(below)};
-  if (report.upperText) report.tolerance = KindOfTolerance(report);
+  if (!report.upperText) return;
+  report.tolerance = KindOfTolerance(report);
+  if (report.tolerance != "limits") return;
+  // A limit without a text of its own is not stated.
+  if (report.upperText == "") report.upper.reset();
+  if (report.lowerText == "") report.lower.reset();
 }
 
 }  // namespace

@@ -116,7 +116,6 @@ void ReadTarget(Reading& reading, Element element) {
   auto& attribute =
       reading.part.AddDatumTarget(reading.Carrier(entities), Wide(label).c_str(), nullptr);
   auto& target = standin::Edit(standin::TargetOf(attribute));
-  reading.part.Id(standin::TargetOf(attribute), element.attribute("id").value());
   target.type = place.type;
   if (entities.empty()) target.geometry = nullptr;
   if (!place.note.empty()) target.note = place.note;

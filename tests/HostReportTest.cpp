@@ -246,7 +246,7 @@ TEST(HostDrawing, NumbersAndLimitsAreAsShortAsTheyCanBe) {
 }
 
 TEST(HostWide, TextsOfEveryLengthOfCodeGoToUtf8AndBrokenOnesAreReplaced) {
-  EXPECT_EQ(ToUtf8(L"µ ⌀ \U0001F4D0"), "µ ⌀ \xF0\x9F\x93\x90");
+  EXPECT_EQ(ToUtf8(L"µ ⌀ \U0001F4D0 \U0010FFFD"), "µ ⌀ \xF0\x9F\x93\x90 \xF4\x8F\xBF\xBD");
   EXPECT_EQ(ToUtf8(std::wstring{static_cast<wchar_t>(0xD800)}), "\xEF\xBF\xBD");
 }
 

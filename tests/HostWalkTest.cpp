@@ -66,9 +66,13 @@ TEST_F(HostWalk, AnnotationsEntitiesAndCapturesAreJoinedById) {
   flatness.get_geom_tol_row_at(0, row);
   part.AddReference(*row, L"A", {&standin::DatumOf(datum)});
   part.Id(part.AddGeometricTolerance(flatness, tol_parallelism, 0.05), "23");
-  auto& callout = part.MakeCallout(callout_feature_counterbore, 12);
+  auto& depth = part.MakeCallout(callout_feature_depth, 7);
+  auto& callout = part.AddDimension({&first}, dim_linear, dim_sub_width, 12);
+  part.Integer(callout, "QENATTRIB_COANNOT_TYPE", callout_feature_counterbore);
+  part.Place(callout, {3, 4, 5}, {1, 0, 0}, {0, 0, 1});
   part.Id(callout, "24");
-  auto& width = part.AddDimension({&second, &first, &callout}, dim_linear, dim_sub_width, 40);
+  auto& width =
+      part.AddDimension({&second, &first, &depth, &callout}, dim_linear, dim_sub_width, 40);
   part.Id(width, "25");
   part.Place(width, {0, 0, 0}, {1, 0, 0}, {0, 0, 1});
   part.Id(part.AddText(first, L"its id is empty"), "");
@@ -77,7 +81,7 @@ TEST_F(HostWalk, AnnotationsEntitiesAndCapturesAreJoinedById) {
 
   const ModelReport report = Report();
   EXPECT_THAT(Lines(report.entities),
-              ElementsAre("face 10 side: - 20 25", "face 11 side: 22 25", "entity - -: 21"));
+              ElementsAre("face 10 side: - 20 24 25", "face 11 side: 22 25", "entity - -: 21"));
   std::map<std::string, AnnotationReport> by;
   for (const ViewReport& view : report.views) {
     for (const AnnotationReport& each : view.annotations) by[each.id.value_or("-")] = each;
@@ -86,8 +90,12 @@ TEST_F(HostWalk, AnnotationsEntitiesAndCapturesAreJoinedById) {
   EXPECT_EQ(parent.kind + " " + *parent.id + " " + *parent.label, "tolerance 22 flat");
   EXPECT_EQ(by["25"].entities.at(0).id, "11");
   EXPECT_EQ(by["25"].entities.at(1).id, "10");
-  EXPECT_EQ(by["25"].dimension->callouts.at(0).id, "24");
-  EXPECT_EQ(by["25"].dimension->callouts.at(0).value, 12);
+  const std::vector<CalloutReport>& callouts = by["25"].dimension->callouts;
+  EXPECT_EQ(callouts.at(0).value, 7);
+  EXPECT_EQ(callouts.at(1).value, 12);
+  EXPECT_EQ(callouts.at(1).id, "24");
+  EXPECT_EQ(callouts.at(1).calloutType, "counterbore");
+  EXPECT_EQ(by["24"].position, (Point2{3, 4}));  // in the view of the dimension
   EXPECT_EQ(by["25"].written.at(0).text, "1.575");
   EXPECT_THAT(by["22"].written, IsEmpty());
   EXPECT_EQ(by["22"].tolerance->rows.at(0).frame->references.at(0).datums.at(0).id, "20");

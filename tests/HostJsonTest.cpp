@@ -157,7 +157,9 @@ TEST(HostJson, EveryFieldStandsUnderItsKey) {
       R"("reason":"r","line":null,"count":4},{"severity":"ignored","kind":"Measure","id":null,)"
       R"("annotation":null,"reason":"s","line":1,"count":8},{"severity":"lost","kind":"Width",)"
       R"("id":null,"annotation":null,"reason":"t","line":2,"count":16}]}})");
-  EXPECT_EQ(PrintJson(EveryField(), "pmi_report 7", 2), Json::parse(line).dump(2));
+  for (const int indent : {0, 2}) {
+    EXPECT_EQ(PrintJson(EveryField(), "pmi_report 7", indent), Json::parse(line).dump(indent));
+  }
 }
 
 TEST(HostJson, ModelThatCouldNotBeReportedOnHasALineOfItsOwn) {

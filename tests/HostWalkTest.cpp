@@ -76,7 +76,12 @@ TEST_F(HostWalk, AnnotationsEntitiesAndCapturesAreJoinedById) {
   part.Id(width, "25");
   part.Place(width, {0, 0, 0}, {1, 0, 0}, {0, 0, 1});
   part.Id(part.AddText(first, L"its id is empty"), "");
-  part.Id(part.AddCapture({&width, &first, &flatness}), "30");
+  auto& saved = part.AddCapture({&width, &first, &flatness});
+  part.Id(saved, "30");
+  auto& clipping = part.Make<KOVAPMI_CLIPPINGPLANE>();
+  standin::Edit(clipping).point = {1, 2, 3};
+  standin::Edit(clipping).normal = {4, 5, 6};
+  standin::Edit(saved).clipping_plane = &clipping;
   model_.written[&width] = {{"value", "1.575", "inch"}};
 
   const ModelReport report = Report();
@@ -106,6 +111,7 @@ TEST_F(HostWalk, AnnotationsEntitiesAndCapturesAreJoinedById) {
   const CaptureReport& capture = report.captures.at(0);
   EXPECT_EQ(capture.id, "30");
   EXPECT_EQ(capture.memberCount, 3);
+  EXPECT_EQ(capture.clippingPlane, (std::array<Point3, 2>{{{1, 2, 3}, {4, 5, 6}}}));
   ASSERT_EQ(capture.members.size(), 2U);
   EXPECT_EQ(capture.members[0].id, "25");
   EXPECT_EQ(capture.members[1].id, "22");

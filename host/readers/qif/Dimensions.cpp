@@ -93,9 +93,7 @@ class DimensionReader {
         nominal_(characteristic.nominal),
         definition_(characteristic.definition),
         firstUse_(characteristic.firstUse),
-        kind_(kind) {
-    fields_.value_precision = fields_.tolerance_precision = kNotStated;
-  }
+        kind_(kind) {}
 
   // Null for what is not a dimension after all: a quantity without a value and limits.
   ENTITY* Read() {
@@ -113,6 +111,10 @@ class DimensionReader {
     fields_.type = kind_.type;
     fields_.subtype = kind_.subtype;
     fields = fields_;
+    // A thread that is given as a text has no diameter.
+    const bool isText = kind_.type == dim_thread && fields.value == 0;
+    if (!hasValue || isText) fields.value_precision = kNotStated;
+    if (!hasLimits) fields.tolerance_precision = kNotStated;
     for (const Document::Entry* feature : features_) {
       if (IsHole(feature->element)) reading_.holeDimensions.insert(&dimension);
     }
@@ -147,7 +149,6 @@ class DimensionReader {
         const Element size = field == nullptr ? Element() : Child(definition, field);
         if (!size) continue;
         fields_.value = factor * Measured(size, false).value;
-        fields_.value_precision = 0;
         return true;
       }
     }

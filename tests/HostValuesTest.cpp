@@ -33,7 +33,7 @@ constexpr const char* kDocument =
 <DatumTargetDefinitions>@zone!<DatumTarget id="50"><DatumTargetLabel>it</>
   <FeatureNominalId>21</><TargetZoneId>80</></>@</>
 <DatumReferenceFrames>@frame!<DatumReferenceFrame id="30"><Datums>$2</><Name>note</></>@</>
-<Product>
+<Product>@product@
  <TopologySet>
   <VertexSet><Vertex id="1"/><Vertex id="2"/><Vertex id="3" label="tip"/></>
   <EdgeSet><Edge id="4" label="rim"><VertexBeg><Id>1</></><VertexEnd><Id>2</></></></>
@@ -69,8 +69,9 @@ void Replace(std::string& text, const std::string& from, const std::string& to) 
   }
 }
 
-Json ReportOn(const Model& model) {
+Json ReportOn(const std::string& document) {
   static const PluginLibrary plugin(PLUGIN);
+  const Model model = ReadQifText(document, "it.qif");
   const auto exporter = plugin.CreateExporter(model.part->GetDocument());
   return Json::parse(PrintJson(MakeReport(model, *exporter, "it.qif"), "tests", -1));
 }
@@ -114,12 +115,22 @@ std::string Document(const Pieces& pieces) {
   return closed + text.substr(from);
 }
 
-// What a path names in a report: "listed" the kinds of what was skipped, "/..." a place of the
-// report, any other a place of the annotation "it".
+// What a path names in a report: "listed" the kinds of what was skipped, "account" the entries as
+// "severity kind id/annotation xcount", "/..." a place of the report, any other a place of the
+// annotation "it".
 Json At(const Json& report, const std::string& path) {
-  Json kinds = Json::array();
-  for (const Json& item : report.at("source").at("skipped")) kinds.push_back(item.at("kind"));
+  Json kinds = Json::array(), entries = Json::array();
+  for (const Json& item : report.at("source").at("skipped")) {
+    const auto text = [&](const char* key) {
+      return item.at(key).is_null() ? Json("") : item.at(key);
+    };
+    kinds.push_back(item.at("kind"));
+    entries.push_back(text("severity").get<std::string>() + " " + text("kind").get<std::string>() +
+                      " " + text("id").get<std::string>() + "/" +
+                      text("annotation").get<std::string>() + " x" + item.at("count").dump());
+  }
   if (path == "listed") return kinds;
+  if (path == "account") return entries;
   if (path[0] == '/') return report.value(Json::json_pointer(path), Json("nowhere"));
   for (const Json& view : report.at("views")) {
     for (const Json& annotation : view.at("annotations")) {
@@ -153,6 +164,7 @@ void CheckCase(const std::string& text) {
   std::istringstream in(text);
   for (std::string line; std::getline(in, line);) {
     line.erase(0, line.find_first_not_of(' '));
+    if (line[0] == '#') continue;
     if (line[0] == '/' || std::isalpha(line[0]) != 0) lines.emplace_back();
     lines.back() += line;
   }
@@ -169,10 +181,10 @@ void CheckCase(const std::string& text) {
     EXPECT_THAT(kDocument, testing::HasSubstr("@" + place));
     pieces.insert({place, {line.substr(word, colon - word), line.substr(colon + 1)}});
   }
-  if (pieces.count("displays") + pieces.count("drawn") == 0) {
+  if (pieces.count("displays") + pieces.count("drawn") + values.count("account") == 0) {
     values.insert({"listed", Json::array()});
   }
-  const Json report = ReportOn(ReadQifText(Document(pieces), "it.qif"));
+  const Json report = ReportOn(Document(pieces));
   for (const auto& [path, want] : values) {
     const Json got = At(report, path);
     EXPECT_TRUE(IsLike(want, got)) << path << " is " << got << ", not " << want << " in\n"
@@ -180,8 +192,12 @@ void CheckCase(const std::string& text) {
   }
 }
 
-// A case, or one for each row of a table, whose columns stand for $1, $2 ...
-void Check(const std::string& text) {
+// Cases with empty lines between them. One with a table is a case for each of its rows, whose
+// columns stand for $1, $2 ...
+void Check(const std::string& cases) {
+  const std::size_t next = cases.find("\n\n");
+  if (next != std::string::npos) Check(cases.substr(next + 2));
+  const std::string text = cases.substr(0, next);
   const std::size_t table = text.find("\n|");
   std::string rows = table == std::string::npos ? "\n" : text.substr(table + 1);
   Replace(rows, "||", "|\n|");
@@ -203,9 +219,7 @@ TEST(HostValues, LengthsComeInThePrimaryUnitWhateverUnitTheyAreWrittenIn) {
   Check(R"(units: $1
       it Length: <Tolerance><MaxValue $2>$3</><MinValue $2>$3</></>
       nominal: <TargetValue $2>$3</>
-      dimension/value = $4
-      dimension/upper = $4
-      dimension/lower = $4
+      dimension = {"value": $4, "upper": $4, "lower": $4}
 |  |  | 3 | 3 || <LinearUnit>[m]</> |  | 0.25 | 0.25 |
 | <LinearUnit>[m]</> | linearUnit='mm' | 250 | 0.25 || <LinearUnit>[mm]</> |  | 0.375 | 0.375 |
 | <LinearUnit>[mm]</> | linearUnit='inch' | .375 | 9.525 |
@@ -217,39 +231,43 @@ TEST(HostValues, LengthsComeInThePrimaryUnitWhateverUnitTheyAreWrittenIn) {
 | <LinearUnit>[mm]</><PMILinearUnit>[inch]</> |  | 2 | 50.8 |
 | <LinearUnit>[mm]</><PMILinearUnit>[inch]</> | linearUnit='mm' | 2 | 2 |
 | <PMILinearUnit>[mm]</><LinearUnit>[inch]</> |  | -25.4 | -1 |
-| <LinearUnit>[km]</><PMILinearUnit>[m]</> |  | 100 | 0.1 |)");
-  Check(R"(units: <LinearUnit>[mm]</><PMILinearUnit>[inch]</>
+| <LinearUnit>[km]</><PMILinearUnit>[m]</> |  | 100 | 0.1 |
+
+units: <LinearUnit>[mm]</><PMILinearUnit>[inch]</>
       it Flatness: <ToleranceValue $1>2</>
       tolerance/rows/0/magnitude = $2
-|  | 50.8 || linearUnit='um' | 0.002 |)");
-  // The geometry does not know the unit of PMI.
-  Check(R"(units: <LinearUnit>[mm]</><PMILinearUnit>[inch]</>
+|  | 50.8 || linearUnit='um' | 0.002 |
+
+units: <LinearUnit>[mm]</><PMILinearUnit>[inch]</>
+      it Width: <Tolerance><MaxValue decimalPlaces="2">1.5</><MinValue linearUnit="mm">20</>
+        <DefinedAsLimit>1</></>
+      nominal: <TargetValue>1</>
+      /source/pmiLinearUnit = "inch"
+      dimension = {"value": 25.4, "upperText": "1.50 inch", "lowerText": "20"}
+      written = [{"field": "value", "text": "1", "unit": "inch"},
+                 {"field": "upperText", "text": "1.5", "unit": "inch"}]
+
+# The geometry does not know the unit of PMI.
+units: <LinearUnit>[mm]</><PMILinearUnit>[inch]</>
       zone AreaRectangular: <Rectangle><Length>3</><CornerPoint linearUnit='ft'>0 1 0</>
         <Width linearUnit='um'>5000</><WidthDirection>0 0 -1</><LengthDirection>0 1 0</></>
       /source/linearUnit = "mm"
-      datumTarget/point1 = [0, 304.8, 0]
-      datumTarget/point2 = [0, 307.8, -5])");
+      datumTarget = {"point1": [0, 304.8, 0], "point2": [0, 307.8, -5], "note": "3x5000 um"})");
 }
 
-TEST(HostValues, AnglesComeInDegreesWhateverUnitTheyAreWrittenIn) {
+TEST(HostValues, AnglesComeInDegreesAndSizesOfFeaturesStandInForTargets) {
   Check(R"(units: $1
       it $2: <Tolerance><MaxValue $3>$4</><MinValue $3>$4</></>
       nominal: <TargetValue $3>$4</>
-      dimension/value = $5
-      dimension/upper = $5
-      dimension/lower = $5
-|  | Angle |  | 1.5707963267948966 | 90 |
-| <AngularUnit>[degree]</> | AngleFrom |  | 45.5 | 45.5 |
+      dimension = {"value": $5, "upper": $5, "lower": $5}
+|  | Angle |  | 1.5707963267948966 | 90 || <AngularUnit>[degree]</> | AngleFrom |  | 45.5 | 45.5 |
 | <AngularUnit>[radian]</><PMIAngularUnit>[degree]</> | AngleBetween |  | 30 | 30 |
 | <AngularUnit>[degree]</> | AngularCoordinate | angularUnit='radian' | 3.141592653589793 | 180 |
 | <AngularUnit>[grad]</> | UserDefinedAngular |  | 100 | 90 |
 | <AngularUnit>[degree]</><PMIAngularUnit>[grad]</> | Angle |  | 50 | 45 |
-| <AngularUnit>[degree]</><PMIAngularUnit>[grad]</> | Angle | angularUnit='degree' | 50 | 50 |)");
-}
+| <AngularUnit>[degree]</><PMIAngularUnit>[grad]</> | Angle | angularUnit='degree' | 50 | 50 |
 
-TEST(HostValues, SizesOfFeaturesStandInForTargetsInUnitsOfTheGeometry) {
-  Check(
-      R"(units: <LinearUnit>[mm]</><PMILinearUnit>[ft]</><AngularUnit>[degree]</><PMIAngularUnit>[grad]</>
+units: <LinearUnit>[mm]</><PMILinearUnit>[ft]</><AngularUnit>[degree]</><PMIAngularUnit>[grad]</>
       feature Cylinder: $2
       it $1:
       nominal: <FeatureNominalIds><Id>23</></>
@@ -259,16 +277,16 @@ TEST(HostValues, SizesOfFeaturesStandInForTargetsInUnitsOfTheGeometry) {
 | SphericalDiameter | <Diameter>6</> | 6 || SphericalRadius | <Diameter>6</> | 3 |
 | Length | <Width>1</><Length>7</> | 7 || Width | <Width>1</><Length>7</> | 1 |
 | Square | <Width>3</> | 3 || Depth | <Depth>8</> | 8 || CurveLength | <Length>9</> | 9 |
-| Angle | <FullAngle>60</> | 60 || Angle | <TaperAngle>3</> | 3 |)");
-  Check(R"(it Height:
+| Angle | <FullAngle>60</> | 60 || Angle | <TaperAngle>3</> | 3 |
+
+it Height:
       listed = ["HeightCharacteristicNominal"])");
 }
 
-TEST(HostValues, DimensionsAreOfTheirKind) {
+TEST(HostValues, DimensionsHaveTheirKindLimitsAndDecimals) {
   Check(R"(it $1:
       nominal: <TargetValue>1</>
-      dimension/type = "$2"
-      dimension/mainType = "$3"
+      dimension = {"type": "$2", "mainType": "$3"}
 | Length | length | linear || Width | width | linear || Height | height | linear |
 | Depth | depth | linear || Thickness | thickness | linear || Square | square | linear |
 | DistanceFrom | distance | linear || DistanceBetween | distance | linear |
@@ -279,47 +297,47 @@ TEST(HostValues, DimensionsAreOfTheirKind) {
 | AngleBetween | angleBetween | angular || LinearCoordinate | linearCoordinate | coordinate |
 | AngularCoordinate | angularCoordinate | coordinate || ConicalTaper | conicalTaper | taper |
 | FlatTaper | flatTaper | taper || UserDefinedLinear | userDefined | userDefined |
-| UserDefinedAngular | userDefined | userDefined |)");
-}
+| UserDefinedAngular | userDefined | userDefined |
 
-TEST(HostValues, LimitsAreDeviationsOrTheLimitsThemselves) {
-  Check(R"(it Diameter: <Tolerance>$1<DefinedAsLimit>$2</></>
+it UserDefinedUnit:
+      nominal: <TargetValue>5</><MaxValue>7</><MinValue>4.5</><DefinedAsLimit>true</>
+      dimension = {"type": "unknown", "value": 5, "upper": 2, "lower": -0.5}
+
+it UserDefinedArea:
+      nominal: <TargetValue>5</>
+      listed = ["UserDefinedAreaCharacteristicNominal"]
+
+it Diameter: <Tolerance>$1<DefinedAsLimit>$2</></>
       things: <SomeTolerance id="90"><MaxValue>0.3</><MinValue>-0.2</></>
       nominal: <TargetValue>20</>
-      dimension/upper = $3
-      dimension/lower = $4
-      dimension/upperText = "$5"
-      dimension/lowerText = "$6"
-      dimension/tolerancePrecision = $7
+      dimension = {"upper": $3, "lower": $4, "upperText": "$5", "lowerText": "$6",
+                   "tolerancePrecision": $7}
 | <MaxValue>0.300</><MinValue>-0.10</> | false | 0.3 | -0.1 |  |  | 3 |
 | <MinValue>-0.1</><MaxValue decimalPlaces='2'>0.3</> | 0 | 0.3 | -0.1 |  |  | 2 |
 | <MaxValue>20.1</><MinValue decimalPlaces='2'>19.9</> | true | 0.1 | -0.1 | 20.1 | 19.90 | 2 |
 | <MaxValue>21</><MinValue decimalPlaces='1'>20</> | 1 | 1 | 0 | 21 | 20.0 | 1 |
 | <MaxValue linearUnit='inch'>1</><MinValue>20.5</> | true | 5.4 | 0.5 | 1 inch | 20.5 | 1 |
-| <DefinitionId>90</> | false | 0.3 | -0.2 |  |  | 1 |)");
-  Check(R"(it Diameter: <Tolerance>$1<DefinedAsLimit>$2</></>
+| <DefinitionId>90</> | false | 0.3 | -0.2 |  |  | 1 |
+
+it Diameter: <Tolerance>$1<DefinedAsLimit>$2</></>
       nominal: <TargetValue>20</>
       dimension/$3 = $4
       dimension/$3Text = "$5"
       listed = ["Tolerance"]
-| <MaxValue>0.3</> | false | upper | 0.3 | |
-| <MinValue>-0.1</> | false | lower | -0.1 | |
-| <MinValue decimalPlaces='1'>20</> | true | lower | 0 | 20.0|)");
-}
+| <MaxValue>0.3</> | false | upper | 0.3 | || <MinValue>-0.1</> | false | lower | -0.1 | |
+| <MinValue decimalPlaces='1'>20</> | true | lower | 0 | 20.0|
 
-TEST(HostValues, DecimalsAreThoseStatedOrElseThoseWritten) {
-  Check(R"(it Length:
+it Length:
       nominal: <TargetValue $1>$2</>
       dimension/precision = $3
 |  | 9 | 0 ||  | 9. | 0 ||  | 9.50 | 2 ||  | -.125 | 3 || decimalPlaces='3' | 9.5 | 3 |
-| decimalPlaces='1' | 9.50 | 1 |)");
+| decimalPlaces='1' | 9.50 | 1 || decimalPlaces='20' | 9.50 | 15 |)");
 }
 
 TEST(HostValues, TextsRightAroundValuesTellBasicAndReferenceDimensionsAndFits) {
   Check(R"x(it Diameter: <DimensionType>$1</>$2
       nominal: <TargetValue>20</>
-      dimension/texts/prefix = $3
-      dimension/texts/suffix = $4
+      dimension/texts = {"prefix": $3, "suffix": $4}
       listed = [$5]
 | BASIC_OR_TED |  | "[" | "]" |  || REFERENCE_OR_AUXILIARY |  | "(" | ")" |  |
 | UNDEFINED |  | null | null |  |
@@ -327,42 +345,38 @@ TEST(HostValues, TextsRightAroundValuesTellBasicAndReferenceDimensionsAndFits) {
 | UNDEFINED | <LimitsAndFitsSpecification><FormVariance>f</><Grade>8</></> | null | "f8" | "LimitsAndFitsSpecification" |)x");
 }
 
-TEST(HostValues, DrawnTextsAroundValuesAreTold) {
+TEST(HostValues, DrawnTextsAndThreadsAreTold) {
   Check(R"(feature $1
       it Length:
       nominal: <TargetValue>8</><FeatureNominalIds><Id>23</></>
       drawn: <Texts><Text><Data>$2</><XY>0 0</></></>
-      dimension/texts/before = $3
-      dimension/texts/after = $4
-      dimension/texts/holeCallout = $5
+      dimension/texts = {"before": $3, "after": $4, "holeCallout": $5}
 | Plane: | 8 | null | null | null |
 | Plane: | 4X {DIAMETER}8 {PLUS_MINUS}0.1 DEEP | "4X" | "DEEP" | null |
-| Plane: | 2X R5 | "2X" | null | null || Plane: | TYP (SR.5 IN) | "TYP" | null | null |
+| Plane: | 2X R5 | "2X" | null | null || Plane: | R5 MM | null | null | null |
+| Plane: | TYP (SR.5 IN) | "TYP" | null | null |
 | Plane: | 45{DEGREE} BOTH SIDES | null | "BOTH SIDES" | null |
 | Plane: | 8 MM{BR}THRU | null | "THRU" | null || Plane: | 3 × {SQUARE}12 | "3 ×" | null | null |
 | Plane: | {COUNTERBORE}12 | "⌴" | null | "⌴12" || Plane: | {DEPTH}5 | "↧" | null | "↧5" |
-| Plane: | SLOT | null | null | null |
-| Group: <IsSpotface>true</> | SF 8 | "SF" | null | "SF 8" |
+| Plane: | SLOT | null | null | null || Group: <IsSpotface>true</> | SF 8 | "SF" | null | "SF 8" |
 | Group: <IsCounterboredHole>1</> | 8 | null | null | "8" |
 | Group: <IsCountersunkHole>true</> | 8 | null | null | "8" |
 | Group: <IsRunoutGroup>true</> | 8 | null | null | null |
-| Threaded: | M8 6H | "M" | "H" | "M8 6H" |)");
-}
+| Threaded: | M8 6H | "M" | "H" | "M8 6H" |
 
-TEST(HostValues, ThreadsAreCalledOutByTheirTextOrTheirFields) {
-  Check(R"(it Thread: <ThreadSpecificationId>90</>
+it Thread: <ThreadSpecificationId>90</>
       things: $1
-      dimension/type = "thread"
-      dimension/mainType = "thread"
-      dimension/texts/holeCallout = "$2"
+      dimension = {"type": "thread", "mainType": "thread", "texts": {"holeCallout": "$2"}}
 | <TextThreadSpecification id='90'><TextSpecification>M6x1</></> | M6x1 |
-| <SingleLeadSpecification id='90'><Diameter>.250</><ThreadSeries><ThreadSeriesEnum>UNC</></><ThreadToleranceClass><OtherThreadClass>2A</></><ThreadDensity>20</></> | .250-20-UNC-2A |)");
-  Check(R"(it Thread: <ThreadSpecificationId>90</>
+| <SingleLeadSpecification id='90'><Diameter>.250</><ThreadSeries><ThreadSeriesEnum>UNC</></><ThreadToleranceClass><OtherThreadClass>2A</></><ThreadDensity>20</></> | .250-20-UNC-2A |
+
+it Thread: <ThreadSpecificationId>90</>
       things: <SingleLeadSpecification id='90'><Diameter>.250</><LeftHanded>true</></>
       dimension/value = 0.25
       dimension/precision = 3
-      listed = ["LeftHanded"])");
-  Check(R"(it Thread: <ThreadSpecificationId>90</>
+      listed = ["LeftHanded"]
+
+it Thread: <ThreadSpecificationId>90</>
       listed = ["ThreadCharacteristicNominal"])");
 }
 
@@ -372,6 +386,7 @@ TEST(HostValues, AnnotationsApplyToWhatTheirFeaturesComeDownTo) {
       it $1:
       nominal: <TargetValue>1</>$2
       entities = [$3]
+| Length | | |
 | Length | <FeatureNominalIds><Id>21</></> | {"kind": "face", "label": "top"} |
 | Length | <FeatureNominalIds><Id>23</><Id>22</></> | {"label": "side"}, {"label": "top"} |
 | Length | <EntityInternalIds><Id>4</></> | {"kind": "edge", "label": "rim"} |
@@ -379,11 +394,9 @@ TEST(HostValues, AnnotationsApplyToWhatTheirFeaturesComeDownTo) {
 | Length | <EntityInternalIds><Id>9</></> | {"kind": "body", "label": "part"} |
 | DistanceBetween | <FeatureNominalPairs><FeaturePair><FirstFeature>21</><SecondFeature>22</></></> | {"label": "top"}, {"label": "side"} |
 | DistanceFrom | <FeatureNominalIds><Id>21</></><OriginReference><FeatureNominalId>22</></> | {"label": "top"}, {"label": "side"} |
-| DistanceFrom | <FeatureNominalIds><Id>21</></><OriginReference><DatumDefinitionId>11</></> | {"label": "top"}, {"label": "side"} |)");
-}
+| DistanceFrom | <FeatureNominalIds><Id>21</></><OriginReference><DatumDefinitionId>11</></> | {"label": "top"}, {"label": "side"} |
 
-TEST(HostValues, PmiIsReportedWithoutABodyAndOnAWireBody) {
-  Check(R"(body: $1
+body: $1
       it Length:
       nominal: <TargetValue>1</>$2
       dimension/value = 1
@@ -391,6 +404,14 @@ TEST(HostValues, PmiIsReportedWithoutABodyAndOnAWireBody) {
       listed = ["Vertex", $4"Face", "Face"]
 |  |  |  | "Vertex", "Vertex", "Edge", |
 | <Body id='9'><EdgeIds><Id>4</></></> | <EntityInternalIds><Id>4</></> | {"kind": "edge", "label": "rim"} |  |)");
+}
+
+TEST(HostValues, EdgesOfLoopsBelongToTheBodyOfTheirFace) {
+  Check(R"(body: <Body id="9"><FaceIds><Id>5</><Id>6</><Id>8</></><VertexIds><Id>3</></></>
+      faces: <Face id="8"><LoopIds><Id>10</></></>
+      things: <Loop id="10"><$1><CoEdge><EdgeOriented><Id>4</></></></></>
+      listed = [$2]
+| CoEdges | || CoEdgesMesh | || Other | "Vertex", "Vertex", "Edge" |)");
 }
 
 TEST(HostValues, TolerancesAreOfTheirKind) {
@@ -407,47 +428,48 @@ TEST(HostValues, TolerancesAreOfTheirKind) {
       tolerance = {"type": "surfaceProfile", "allAround": false})");
 }
 
-TEST(HostValues, RowsHaveZonesModifiersAndRefinements) {
+TEST(HostValues, RowsHaveZonesModifiersRefinementsAndExtents) {
   Check(R"(it Position: <ToleranceValue>0.2</><ZoneShape><$1/></>
       tolerance/rows/0 = {"magnitude": 0.2, "valueType": "$2"}
-| DiametricalZone | diametrical || SphericalZone | spherical || NonDiametricalZone | none |)");
-  Check(R"(it Position: <ToleranceValue>0.2</><$1</>
+| DiametricalZone | diametrical || SphericalZone | spherical || NonDiametricalZone | none |
+
+it Position: <ToleranceValue>0.2</><$1</>
       tolerance/rows/0/modifiers = [{"type": "$2", "magnitude": $3}]
 | ZoneShape><NonDiametricalZone><BoundaryZone>true</></> | boundary | null |
 | MaterialCondition>MAXIMUM | maximumMaterial | null |
 | MaterialCondition>LEAST | leastMaterial | null |
 | MaterialCondition>REGARDLESS | regardlessOfFeatureSize | null |
 | MaterialCondition>MAXIMUM_RPR | maximumMaterialReciprocity | null |
-| MaterialCondition>LEAST_RPR | leastMaterialReciprocity | null |
-| FreeState>1 | freeState | null || TangentPlane>true | tangentPlane | null |
+| MaterialCondition>LEAST_RPR | leastMaterialReciprocity | null || FreeState>1 | freeState | null |
+| TangentPlane>true | tangentPlane | null |
 | StatisticalCharacteristic>true | statisticalTolerance | null |
 | CommonZone>true | commonZone | null || EachRadialElement>true | eachRadialElement | null |
 | OrientationOnly>true | orientationOnly | null |
 | MaximumToleranceValue>0.4 | maximumTolerance | 0.4 |
 | ProjectedToleranceZoneValue>12 | projectedZone | 12 |
 | OuterDisposition>0.1 | unequallyDisposed | 0.1 |
-| UnequallyDisposedZone>-0.1 | unequallyDisposed | -0.1 |)");
-  Check(R"(it Position: <ToleranceValue>0.2</><MaterialCondition>NONE</><FreeState>false</>
-      tolerance/rows/0/modifiers = [])");
-  Check(
-      R"(it Position: <ToleranceValue>0.2</><ToleranceZonePer$1><ToleranceValuePerUnit>0.05</>$2</>
+| UnequallyDisposedZone>-0.1 | unequallyDisposed | -0.1 |
+
+it Position: <ToleranceValue>0.2</><MaterialCondition>NONE</><FreeState>false</>
+      tolerance/rows/0/modifiers = []
+
+it Position: <ToleranceValue>0.2</><ToleranceZonePer$1><ToleranceValuePerUnit>0.05</>$2</>
       tolerance/rows/0 = {"magnitude": 0.2, "refinement": 0.05, "rateUnit1": $3, "rateUnit2": $4}
 | UnitLength | <UnitLength>25</> | 25 | 0 || UnitArcLength | <UnitLength>24</> | 24 | 0 |
 | UnitArea | <CircularUnitArea><CircularUnitAreaDiameter>8</></> | 8 | 0 |
 | UnitArea | <RectangularUnitArea><RectangularUnitAreaLength>25</><RectangularUnitAreaWidth>30</></> | 25 | 30 |
 | UnitAngle | <UnitAngle>3.141592653589793</> | 180 | 0 |
-| UnitPolarArea | <UnitAngle>3.141592653589793</><UnitLength>7</> | 180 | 7 |)");
-  // A value per unit alone is the row's. A row without a value is none.
-  Check(
-      R"(it Flatness: <ToleranceZonePerUnitLength><ToleranceValuePerUnit>0.05</><UnitLength>25</></>
-      tolerance/rows/0 = {"magnitude": 0.05, "refinement": 0, "rateUnit1": 25})");
-  Check(R"(it Position:
-      kind = "no annotation"
-      listed = ["PositionCharacteristicNominal"])");
-}
+| UnitPolarArea | <UnitAngle>3.141592653589793</><UnitLength>7</> | 180 | 7 |
 
-TEST(HostValues, SegmentsOfACompositeFrameAreRowsOfTheirOwn) {
-  Check(R"(it Position: <ToleranceValue>0.4</>
+# A value per unit alone is the row's. A row without a value is none.
+it Flatness: <ToleranceZonePerUnitLength><ToleranceValuePerUnit>0.05</><UnitLength>25</></>
+      tolerance/rows/0 = {"magnitude": 0.05, "refinement": 0, "rateUnit1": 25}
+
+it Position:
+      kind = "no annotation"
+      listed = ["PositionCharacteristicNominal"]
+
+it Position: <ToleranceValue>0.4</>
         <SecondCompositeSegmentPositionDefinition><ToleranceValue>0.3</>
           <MaterialCondition>LEAST</><ProjectedToleranceZone>3</></>
         <ThirdCompositeSegmentPositionDefinition><ToleranceValue>0.2</></>
@@ -456,11 +478,9 @@ TEST(HostValues, SegmentsOfACompositeFrameAreRowsOfTheirOwn) {
       tolerance/rows = [{"magnitude": 0.4, "modifiers": []},
         {"magnitude": 0.3, "modifiers": [{"type": "leastMaterial"},
                                          {"type": "projectedZone", "magnitude": 3}]},
-        {"magnitude": 0.2, "valueType": "none"}, {"magnitude": 0.1, "valueType": "spherical"}])");
-}
+        {"magnitude": 0.2, "valueType": "none"}, {"magnitude": 0.1, "valueType": "spherical"}]
 
-TEST(HostValues, ExtentsAreAFlagOrATextBelowTheFrame) {
-  Check(R"(it SurfaceProfile: <ToleranceValue>1</><Extent>$1</>
+it SurfaceProfile: <ToleranceValue>1</><Extent>$1</>
       tolerance/allAround = $2
       tolerance/notes/lower = $3
 | <ExtentEnum>ALL_AROUND</> | true | null |
@@ -469,7 +489,7 @@ TEST(HostValues, ExtentsAreAFlagOrATextBelowTheFrame) {
 | <OtherExtent>P to Q</> | false | "P to Q" |)");
 }
 
-TEST(HostValues, FramesNameTheirDatumsByPrecedenceAndSequence) {
+TEST(HostValues, FramesNameTheirDatumsInOrderWithTheirModifiers) {
   Check(R"(it Position: <ToleranceValue>1</><DatumReferenceFrameId>30</>
       datums: <DatumDefinition id="14"><DatumLabel>D</></>
       frame: <Datum><SimpleDatum><DatumDefinitionId>13</></>
@@ -483,11 +503,9 @@ TEST(HostValues, FramesNameTheirDatumsByPrecedenceAndSequence) {
       tolerance/rows/0/frame = {"note": "note", "references": [
         {"label": "A", "datums": [{"label": "A", "modifiers": []}]},
         {"label": "C", "datums": [{"label": "C"}]},
-        {"label": "B-D", "datums": [{"label": "B"}, {"label": "D"}]}]})");
-}
+        {"label": "B-D", "datums": [{"label": "B"}, {"label": "D"}]}]}
 
-TEST(HostValues, DatumsInFramesHaveTheirModifiers) {
-  Check(R"(it Position: <ToleranceValue>1</><DatumReferenceFrameId>30</>
+it Position: <ToleranceValue>1</><DatumReferenceFrameId>30</>
       frame: <Datum><SimpleDatum><DatumDefinitionId>11</><$1</></></>
       tolerance/rows/0/frame/references/0/datums/0/modifiers = [{"type": "$2", "magnitude": $3}]
 | MaterialModifier>MAXIMUM | maximumMaterial | null |
@@ -505,9 +523,10 @@ TEST(HostValues, DatumsInFramesHaveTheirModifiers) {
 | ContactingFeature>true | contactingFeature | null |
 | DistanceVariable>true | distanceVariable | null || ReducedDatum>PT | point | null |
 | ReducedDatum>SL | straightLine | null || ReducedDatum>PL | plane | null |
-| ConstrainOrientation>true | orientationOnly | null |)");
-  // What has no place is listed, be it of a datum or of all in a compartment.
-  Check(R"(it Position: <ToleranceValue>1</><DatumReferenceFrameId>30</>
+| ConstrainOrientation>true | orientationOnly | null |
+
+# What has no place is listed, be it of a datum or of all in a compartment.
+it Position: <ToleranceValue>1</><DatumReferenceFrameId>30</>
       frame: <Datum>$1</>
       listed = ["$2"]
 | <SimpleDatum><DatumDefinitionId>11</><DatumFixed>true</></> | DatumFixed |
@@ -525,10 +544,14 @@ TEST(HostValues, DatumTargetsHaveTheirKindPlaceAndSize) {
 | AreaCylindrical: <Cylinder><CenterPoint>1 2 3</><Diameter>4.50</></> | area | [1, 2, 3] | null | ⌀4.50 |
 | AreaSpherical: <Sphere><CenterPoint>1 2 3</><Diameter>4.50</></> | area | [1, 2, 3] | null | ⌀4.50 |
 | AreaIrregular: | area | null | null |  |
-| AreaRectangular: <Rectangle><Length>20</><CornerPoint>1 2 3</><Width>10</><WidthDirection>0 0 1</><LengthDirection>0 -1 0</></> | rectangle | [1, 2, 3] | [1, -18, 13] | 20x10 |)");
-  Check(R"(zone AreaIrregular: <FaceIds><Id>6</></>
+| AreaRectangular: <Rectangle><Length>20</><CornerPoint>1 2 3</><Width>10</><WidthDirection>0 0 1</><LengthDirection>0 -1 0</></> | rectangle | [1, 2, 3] | [1, -18, 13] | 20x10 |
+
+zone AreaIrregular: <FaceIds><Id>6</><Id>5</></>
       datums: <DatumDefinition id="14"><DatumLabel>D</><DatumTargetIds><Id>50</></></>
-      entities = [{"label": "side"}]
+      entities = [{"label": "side"}, {"label": "top"}]
+      /entities = [{"id": "6", "annotations": ["11", "50", "14"]},
+                   {"id": "5", "annotations": ["50", "14"]}]
+      /source/counts = {"datums": 4, "datumTargets": 1, "faces": 2, "vertices": 3, "bodies": 1}
       /totals/datum = 4
       /totals/datumTarget = 1)");
 }
@@ -537,32 +560,30 @@ TEST(HostValues, TexturesHaveTheirFieldsInOrder) {
   Check(R"(it SurfaceTexture: <RoughnessAverage>3.2</>
       nominal: <Obtention>MACHINING_FORBIDDEN</><Applicability>BASIC_SURFACE</>
         <MinimumMaterialRemoval>0.5</><ProductionMethod>MILLED</><Cutoff linearUnit="um">800</>
-        <SecondaryRoughnessParameter>6.3</><DirectionOfLay>RADIAL</><OtherSurfaceParameter>Rz 5</>
-      roughness = {"fields": ["3.2", "0.5", "MILLED", "800 um", "6.3", "R", "Rz 5"],
-                   "obtention": "machiningForbidden", "applicability": "basicSurface"})");
-  Check(R"(it SurfaceTexture:
+        <SecondaryRoughnessParameter linearUnit="um">6.3</><DirectionOfLay>RADIAL</><OtherSurfaceParameter>Rz 5</>
+      roughness = {"fields": ["3.2", "0.5", "MILLED", "800 um", "6.3 um", "R", "Rz 5"],
+                   "obtention": "machiningForbidden", "applicability": "basicSurface"}
+
+it SurfaceTexture:
       nominal: <$1>$2</>
       roughness/$3 = "$4"
 | DirectionOfLay | PARALLEL | fields/5 | = || DirectionOfLay | PERPENDICULAR | fields/5 | ⊥ |
-| DirectionOfLay | CROSS_HATCH | fields/5 | X |
-| DirectionOfLay | MULTI_DIRECTIONAL | fields/5 | M || DirectionOfLay | CIRCULAR | fields/5 | C |
-| DirectionOfLay | PARTICULATE | fields/5 | P |
+| DirectionOfLay | CROSS_HATCH | fields/5 | X || DirectionOfLay | MULTI_DIRECTIONAL | fields/5 | M |
+| DirectionOfLay | CIRCULAR | fields/5 | C || DirectionOfLay | PARTICULATE | fields/5 | P |
 | Obtention | MACHINING_MANDATORY | obtention | machiningMandatory |
-| Obtention | UNDEFINED | obtention | unspecified |
-| Obtention | UNSUPPORTED | obtention | unknown |
+| Obtention | UNDEFINED | obtention | unspecified || Obtention | UNSUPPORTED | obtention | unknown |
 | Applicability | SPECIFIED_SURFACE_ONLY | applicability | specifiedSurfaceOnly |
 | Applicability | ALL_PART_SURFACES | applicability | allPartSurfaces |
-| Applicability | UNSUPPORTED | applicability | unknown |)");
-}
+| Applicability | UNSUPPORTED | applicability | unknown |
 
-TEST(HostValues, NotesHaveTheirOwnTextOrTheDrawnOne) {
-  Check(R"(note: $1
+note: $1
       drawn: <Texts><Text><Data>A{DIAMETER}</><XY>5 0</></><Text><Data>$2</><XY>50 0</></>
         <Text><Data>{Q}</><XY>8 0</></><Text><Data>C{BR}{NO SUCH}</><XY>5 -3</></></>
       kind = "text"
       texts/0/string = "$3"
-| <Text>own</> |  | own || <Text/> | B | A⌀B\nⓆ\nC\n{NO SUCH} ||  |  | A⌀Ⓠ\nC\n{NO SUCH} |)");
-  Check(R"(flags: <NoteFlag id="50" label="it" hidden="1"><Text>own</></>
+| <Text>own</> |  | own || <Text/> | B | A⌀B\nⓆ\nC\n{NO SUCH} ||  |  | A⌀Ⓠ\nC\n{NO SUCH} |
+
+flags: <NoteFlag id="50" label="it" hidden="1"><Text>own</></>
       kind = "flagNote"
       hidden = true)");
 }
@@ -579,7 +600,7 @@ TEST(HostValues, FontsHaveTheirStyleAndHeight) {
 | underline='true' | Sans Mono | lineHeight='0.5' | true | false | false | true | 0.5 |)");
 }
 
-TEST(HostValues, LinesAreDrawnInTheirPlane) {
+TEST(HostValues, DisplaysHaveTheirPlaceLinesAndTextsAroundTheFrame) {
   Check(R"(it $1
       drawn: <$2><StartPoint>1 2</><EndPoint>3 4</>$3</>
       leaders = [$4]
@@ -588,49 +609,43 @@ TEST(HostValues, LinesAreDrawnInTheirPlane) {
 | Length: | LeaderCircular | <Center>0 0</> | {"tail": [6, 23, 30], "head": [8, 21, 30]} |
 | Flatness: <ToleranceValue>1</> | LeaderDoubleHead | <HeadForm>NONE</><HeadForm2>ARROW_OPEN</><PointConnection>5 6</> | {"tail": [6, 23, 30], "head": [4, 25, 30]} |
 | Flatness: <ToleranceValue>1</> | LeaderDoubleHead | <HeadForm>ARROW_OPEN</><HeadForm2>NONE</><PointConnection>5 6</> | {"tail": [6, 23, 30], "head": [8, 21, 30]} |
-| Flatness: <ToleranceValue>1</> | LeaderDoubleHeadExtend | <HeadForm>ARROW_OPEN</><HeadForm2>ARROW_OPEN</><PointConnection>5 6</><PointExtension>7 8</> | {"tail": [2, 27, 30], "head": [8, 21, 30]}, {"tail": [2, 27, 30], "head": [4, 25, 30]} |)");
-  Check(R"(it Length:
+| Flatness: <ToleranceValue>1</> | LeaderDoubleHeadExtend | <HeadForm>ARROW_OPEN</><HeadForm2>ARROW_OPEN</><PointConnection>5 6</><PointExtension>7 8</> | {"tail": [2, 27, 30], "head": [8, 21, 30]}, {"tail": [2, 27, 30], "head": [4, 25, 30]} |
+
+it Length:
       drawn: $1
       dimension/$2 = [$3]
 | <LeaderDoubleHead><StartPoint>1 2</><EndPoint>5 6</><PointConnection>5 6</></> | line | [1, 2], [5, 6] |
 | <WitnessLines><Segment1><StartPoint>1 2</><EndPoint>3 4</></><Segment2><StartPoint>5 6</><EndPoint>7 8</></></> | extensionLines | [1, 2], [5, 6], [3, 4] |
-| <WitnessLines><BeginPoint>1 2</><EndPoint>3 4</><CircleCenter>5 6</><CircleRadius>7</></> | extensionLines | [1, 2], [3, 4], [5, 6] |)");
-  Check(R"(it Flatness: <ToleranceValue>1</>
+| <WitnessLines><BeginPoint>1 2</><EndPoint>3 4</><CircleCenter>5 6</><CircleRadius>7</></> | extensionLines | [1, 2], [3, 4], [5, 6] |
+
+it $1
+      drawn: <LeaderDoubleHead><StartPoint>0 0</><EndPoint>5 0</><HeadForm>DOT</>
+        <PointConnection>$2 0</></>
+      nominal: $5
+      leaders = [$3]
+      listed = [$4"LeaderDoubleHead"]
+| Width: | 5 |  |  | <TargetValue>1</> || Width: | 2 |  | "LeaderDoubleHead", | <TargetValue>1</> |
+| Flatness: <ToleranceValue>1</> | 5 | {"tail": [10, 25, 30], "head": [10, 20, 30]} | "LeaderDoubleHead", | |
+| Flatness: <ToleranceValue>1</> | 2 | {"tail": [10, 25, 30], "head": [10, 20, 30]}, {"tail": [10, 25, 30], "head": [10, 22, 30]} |  | |
+
+it Flatness: <ToleranceValue>1</>
       drawn: <LeaderExtend><StartPoint>1 2</><EndPoint>3 4</><PointExtension>7 8</><Modifier>$1</></>
       tolerance/allAround = $2
-| ALL_AROUND | true || ALL_AROUND_FLAG | true || ALL_OVER | false |)");
-}
+| ALL_AROUND | true || ALL_AROUND_FLAG | true || ALL_OVER | false |
 
-TEST(HostValues, AnnotationsStandWhereTheirPlaneDoes) {
-  Check(R"(note: <Text>own</>
+note: <Text>own</>
       drawn:
       /views/0/frame = {"origin": [10, 20, 30], "xAxis": [0, 1, 0], "yAxis": [-1, 0, 0]}
       position = [0, 0]
-      depth = 0)");
-  // A direction of its own takes the place of the view's.
-  Check(R"(note: <Text>own</>
+      depth = 0
+
+# A direction of its own takes the place of the view's.
+note: <Text>own</>
       displays: <PMIDisplay><Plane><AnnotationViewId><Id>61</></><Direction>2 0 0</></>
         <Reference><Id>50</></></>
-      /views/0/frame = {"origin": [0, 0, 0], "xAxis": [1, 0, 0], "yAxis": [0, 1, 0]})");
-}
+      /views/0/frame = {"origin": [0, 0, 0], "xAxis": [1, 0, 0], "yAxis": [0, 1, 0]}
 
-// No document has callouts: they stand in the view of their dimension.
-TEST(HostValues, CalloutsStandInTheViewOfTheirDimension) {
-  Model model;
-  model.part = std::make_unique<standin::Part>();
-  auto& callout = model.part->MakeCallout(callout_feature_depth, 1.5);
-  auto& dimension = model.part->AddDimension({&callout}, dim_linear, dim_sub_width, 1);
-  model.part->Place(callout, {10, 20, 30}, {0, 1, 0}, {0, 0, 1});
-  model.part->Place(dimension, {7, 24, 30}, {0, 1, 0}, {0, 0, 1});
-  model.part->Name(callout, L"it");
-  model.part->GetDocument().Add(callout);
-  const Json report = ReportOn(model);
-  EXPECT_EQ(At(report, "position"), Json({-4, -3}));
-  EXPECT_EQ(At(report, "dimension/calloutType"), "depth");
-}
-
-TEST(HostValues, TextsOutsideTheFrameOfAToleranceAreItsNotes) {
-  Check(R"(it Flatness: <ToleranceValue>1</>
+it Flatness: <ToleranceValue>1</>
       drawn: <Texts><Text><Data>in</><XY>10 2</></><Text><Data>4X</><XY>-8 2</></>
           <Text><Data>ST</><XY>16 2</></><Text><Data>P</><XY>1 8</></>
           <Text><Data>Q</><XY>1 6</></><Text><Data>R</><XY>1 -3</></></>
@@ -644,21 +659,72 @@ TEST(HostValues, CapturesHaveTheirMembersCameraAndSection) {
   Check(R"(note: <Text>own</>
       view: <AnnotationVisibleIds><Id>50</></><BodyIds><Id>9</></>
       /captures/0 = {"name": "view", "camera": null, "clippingPlane": null, "hiddenText": null}
-      /captures/0/members/count = 2)");
-  Check(R"(camera id='91' label='flat': <Near>-400</><Height>50</>
+      /captures/0/members/count = 2
+
+camera id='91' label='flat': <Near>-400</><Height>50</>
       camera id='92' form='PERSPECTIVE': <Near>100</><Height>100</>
       view: <CameraIds>$1</>
       /captures/0/camera = {"type": "$2", "name": "$3", "viewAngle": $4, "zoom": $5,
         "origin": $6, "target": $7, "viewDirection": [-1, 0, 0], "viewDirectionNormal": [0, 0, 1]}
       listed = [$8]
 | <Id>91</> | parallel | flat | 0 | 0.02 | [410, 20, 30] | [10, 20, 30] |  |
-| <Id>91</><Id active='1'>92</> | perspective | view | 90 | 0.01 | [10, 20, 30] | [-90, 20, 30] | "SavedView" |)");
-  Check(R"(section: $1<SectionPlane><Plane><Point>1 2 3</><Normal>0 -1 0</></></>
+| <Id>91</><Id active='1'>92</> | perspective | view | 90 | 0.01 | [10, 20, 30] | [-90, 20, 30] | "SavedView" |
+
+section: $1<SectionPlane><Plane><Point>1 2 3</><Normal>0 -1 0</></></>
       view: <ZoneSectionId active="$2">95</>
       /captures/0/clippingPlane = $3
       listed = [$4]
 |  | true | {"point": [1, 2, 3], "normal": [0, -1, 0]} |  ||  | false | null | "SavedView" |
 | <SectionPlane><Plane><Point>4 5 6</><Normal>1 0 0</></></> | 1 | {"point": [4, 5, 6], "normal": [1, 0, 0]} | "SavedView" |)");
+}
+
+TEST(HostValues, DrawnTextsFontsAndColoursAreInTheReportOrListed) {
+  Check(R"($1
+      fonts: <Font index="3"><Name>Sans</><Size>72</></>
+      drawn: $2<Texts fontIndex="3"><Text><Data>8</><XY>$3</></></>
+      listed = [$4]
+| note: | | 0 0 | || note: | | 0 3 | "Texts" || note: | | 3 0 | "Texts" |
+| note: <Text>7</> | | 0 0 | "Texts" || it Flatness: <ToleranceValue>1</> | | 0 0 | "Texts" |
+| note: | <Color>0 255 0</> | 0 0 | || note: | <Color>0 256 0</> | 0 0 | "PMIDisplay" |
+| note: | <Color>0 0 -1</> | 0 0 | "PMIDisplay" |
+
+it Width: <StatisticalCharacteristic>1</><Tolerance><MaxValue>1</><MinValue>0</></>
+      nominal: <TargetValue>7</>
+      drawn: $1
+      dimension/texts = {"suffix": "$2", "after": "$3"}
+      listed = [$4]
+| <Leader><StartPoint>0 0</><EndPoint>5 0</><StartPoint>0 0 0</></> | ⟨ST⟩ | | "Leader", "StartPoint" |
+| <Leader><StartPoint>0 1e39</><EndPoint>5 0</></> | ⟨ST⟩ | | "PMIDisplay" |
+| <Texts><Text><Data>7{ST} DEEP</><XY>0 0</></><Text><Data>{DIAMETER_SPHERICAL}</><XY>0 1</></></><Frames/> | ⟨ST⟩ | DEEP\nS⌀ | "Texts", "Texts", "Texts", "Frames" |
+
+note: <Text>own</>
+      drawn: <Texts fontIndex="9" lineHeight="2"/>
+      texts/0/font = {"bold": false, "italic": false, "underline": false, "height": 2}
+      listed = ["Texts"])");
+}
+
+TEST(HostValues, EachLossSaysHowGraveItIsAndWhichAnnotationItTouches) {
+  Check(R"(feature Group:
+      entities: <EntityInternalIds><Id>99</></>
+      it Width: <Tolerance><MaxValue>1</><MinValue>0</></>$1
+      nominal: $2
+      account = [$3]
+|  | <TargetValue>1</> |  |
+|  | <TargetValue>NaN</><Other/> | "lost WidthCharacteristicNominal 50/ x1" |
+| <NonTolerance>SET</> | <TargetValue>1</> | "reduced NonTolerance 40/50 x1" |
+|  | <TargetValue>1</><TargetValue>1</> | "reduced TargetValue 50/50 x1" |
+|  | <TargetValue>1</><FeatureNominalIds><Id>98</></> | "lost WidthCharacteristicNominal 50/50 x1" |
+|  | <TargetValue>1</><FeatureNominalIds><Id>23</></> | "lost GroupFeatureNominal 23/50 x1" |
+
+product: <PartNoteSet><PartNote id="7"/></><PointCloudSet/><AssemblySet><a/><a/></>
+      account = ["ignored a / x2", "lost PartNote 7/ x1"]
+
+feature Group:
+      entities: <EntityInternalIds><Id>99</></>
+      note: <EntityInternalIds><Id>23</></>
+      notes: <Note id="51"><EntityInternalIds><Id>23</><Id>98</><Id>98</></></>
+      account = ["lost GroupFeatureNominal 23/51 x1", "lost Note 51/51 x2",
+                 "lost GroupFeatureNominal 23/50 x1"])");
 }
 
 TEST(HostValues, ValuesThatOverflowAreListed) {
@@ -667,11 +733,13 @@ TEST(HostValues, ValuesThatOverflowAreListed) {
       kind = "no annotation"
       listed = ["$3"]
 | it Length: | <TargetValue linearUnit='km'>HUGE</> | LengthCharacteristicNominal |
+| it Length: | <TargetValue linearUnit='um'>TINY</> | LengthCharacteristicNominal |
 | it Length: | <TargetValue linearUnit='cubit'>1</> | LengthCharacteristicNominal |
 | it Length: <Tolerance><MaxValue>HUGE</><MinValue>0</><DefinedAsLimit>true</></> | <TargetValue>-HUGE</> | LengthCharacteristicNominal |
 | it Flatness: <ToleranceValue linearUnit='km'>HUGE</> |  | FlatnessCharacteristicNominal |
 | zone Point: <Point linearUnit='km'>1 2 HUGE</> |  | DatumTarget |
 | zone AreaRectangular: <Rectangle><Length>HUGE</><CornerPoint>1 2 3</><Width>1</><WidthDirection>0 0 1</><LengthDirection>0 -9 0</></> |  | DatumTarget |)";
+  Replace(cases, "TINY", "0." + std::string(320, '0') + "1");
   Replace(cases, "HUGE", "17" + std::string(307, '0'));
   Check(cases);
   Check(R"(camera id='91': <Near>1</><Height>0.)" + std::string(320, '0') + R"(1</>

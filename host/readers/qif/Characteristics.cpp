@@ -34,7 +34,9 @@ class CharacteristicsReader {
       reading_.Count("characteristicItems");
       reading_.Try(item, [&] {
         const Element nominal = Child(item, "CharacteristicNominalId");
-        if (reading_.document.Find(nominal) == nullptr) throw Unreadable(item, "it has no nominal");
+        if (reading_.document.Find(nominal) != nullptr) return;
+        reading_.Under({});  // an item is no annotation of the model
+        reading_.Skip(Severity::kLost, item, "it has no nominal");
       });
     }
     for (const Element definition : characteristics_["CharacteristicDefinitions"].children()) {

@@ -104,7 +104,7 @@ class DimensionReader {
     if (kind_.measure == Measure::kPlain && !(hasValue && hasLimits)) return nullptr;
     ReadTexts();
     if (!hasValue) {
-      reading_.Skip(Severity::kReduced, element, "it states no target value; answered as 0");
+      reading_.Skip(Severity::kReduced, element, "it states no target value");
     }
     auto& dimension = reading_.part.AddDimension(Members(), kind_.type, kind_.subtype, 0);
     auto& fields = standin::Edit(dimension);
@@ -198,7 +198,7 @@ class DimensionReader {
     const auto read = [&](const char* name, const char* field, double& deviation, pmi_text& text) {
       const Element element = limits[name];
       if (!element) {
-        const std::string reason = std::string(name) + " is not stated; answered as 0";
+        const std::string reason = std::string(name) + " is not stated";
         return reading_.Skip(Severity::kReduced, tolerance.Record(), reason);
       }
       const Quantity limit = Measured(element);

@@ -73,6 +73,7 @@ zone_modifier_type MaterialModifier(std::string_view condition) {
 // The parts of the names of fields that a row may have several of.
 constexpr std::string_view kPerUnit = "ToleranceZonePerUnit";
 constexpr std::string_view kSegment = "CompositeSegment";
+constexpr std::size_t kMostRows = 4;
 
 class ToleranceReader {
  public:
@@ -84,6 +85,10 @@ class ToleranceReader {
   ENTITY* Read(tol_type type) {
     std::vector<KOVAPMI_GEOM_TOL_ROW*> rows = {&ReadRow(definition_, "")};
     for (const Element segment : definition_.AllWith(kSegment)) {
+      if (rows.size() == kMostRows) {
+        reading_.Skip(Severity::kLost, segment, "a composite tolerance has four segments at most");
+        continue;
+      }
       Fields fields(segment);
       rows.push_back(&ReadRow(fields, "rows[" + std::to_string(rows.size()) + "]."));
       fields.Pass({"Name", "CharacteristicDesignator"});

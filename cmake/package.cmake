@@ -15,7 +15,7 @@ else()
 endif()
 if(TARGET qif_reader)
   list(APPEND package_libraries qif_reader)
-  set(package_dependencies pugixml)
+  set(package_dependencies LibXml2 ZLIB)
   install(FILES host/model/Model.h DESTINATION ${header_folder}/model)
   install(FILES host/readers/qif/QifReader.h DESTINATION ${header_folder}/readers/qif)
   install(FILES models/mounting_bracket.qif

@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # Feeds damaged documents to the model reader and the whole walk behind it: cmake/fuzz.sh [SECONDS].
-# Starts from the bundled model and its names; findings are left in build/fuzz/findings.
+# Starts from small documents cut from the bundled model, and its names; findings are left in
+# build/fuzz/findings.
 set -eu
 cd "$(dirname "$0")/.."
 . cmake/setup.sh
-need_packages "${base_packages[@]}" clang libclang-rt-dev
+need_packages "${base_packages[@]}" clang libclang-rt-dev python3
 build fuzz qif_fuzz
 mkdir -p build/fuzz/corpus build/fuzz/findings
-cp models/*.qif build/fuzz/corpus/
+python3 tests/fuzz/seeds.py models/mounting_bracket.qif build/fuzz/corpus
 grep -ohE '<[A-Za-z0-9]+|[A-Za-z]+="|[A-Z_]{4,}' models/*.qif | sort -u |
   sed 's/"/\\"/g; s/.*/"&"/' >build/fuzz/names.dict
 status=0

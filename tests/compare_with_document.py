@@ -282,7 +282,8 @@ class Comparison:
                     self.tally.check(ident, f"dimension line, end {i + 1}", vector(text),
                                      get(dimension, "line", i), FLOAT)
             else:
-                wanted += [(point(tail), point(head)), (point(tail), point(second))]
+                heads = [head] + [second] * (vector(second) != vector(tail))
+                wanted += [(point(tail), point(text)) for text in heads]
             for path, lost in (("PointExtension", "EndPoint, its break"), ("Center", "Center")):
                 if leader.find(path) is not None:
                     self.tally.no_place(ident, f"{leader.tag}/{lost}")

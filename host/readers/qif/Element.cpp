@@ -79,13 +79,6 @@ Element Child(Element parent, std::string_view name) {
   return Element();
 }
 
-void RequireRecord(Element element) {
-  int fields = 0;
-  for (Element child = element.first_child(); child; child = child.next_sibling()) {
-    if (++fields > kMaxFields) ThrowTooManyFields(element);
-  }
-}
-
 std::string_view RawTextOf(Element element) {
   return element ? std::string_view(element.node()->text, element.node()->textLength)
                  : std::string_view("");

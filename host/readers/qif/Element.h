@@ -112,8 +112,6 @@ long LineOf(Element element);
 // The first child of a name, or none. Throws Unreadable when the parent has more children than a
 // record has fields, which keeps the search short in any document.
 Element Child(Element parent, std::string_view name);
-// Throws Unreadable when the element has more children than a record has fields.
-void RequireRecord(Element element);
 // An element's text without the white space around it. White space inside is collapsed, but in
 // elements called Text or Data.
 std::string_view TextOf(Element element);

@@ -8,15 +8,16 @@ namespace {
 
 void ReadNote(Reading& reading, Element element, bool isFlag) {
   reading.Count(isFlag ? "flagNotes" : "notes");
-  ENTITY& carrier = reading.Carrier(reading.AssociatedEntities(element));
+  Fields fields(element);
+  ENTITY& carrier = reading.Carrier(reading.AssociatedEntities(fields));
   // An empty text is filled in from the display, which comes later.
-  const std::wstring text = Wide(RawTextOf(Child(element, "Text")));
+  const std::wstring text = Wide(RawTextOf(fields["Text"]));
   ENTITY& note = isFlag ? static_cast<ENTITY&>(reading.part.AddFlagNote(carrier, text.c_str()))
                         : reading.part.AddText(carrier, text.c_str());
   reading.document.EntryOf(element).entity = &note;
   reading.Describe(note, element, isFlag ? "flag note" : "note",
                    element.attribute("label").value());
-  SkipUnknown(reading, element, element, {"EntityInternalIds", "EntityExternalIds", "Text"});
+  reading.SkipRest(fields);
 }
 
 }  // namespace
@@ -31,7 +32,7 @@ void ReadNotes(Reading& reading) {
   }
   for (const Element note : Child(product, "PartNoteSet").children()) {
     reading.Count("partNotes");
-    reading.Skip(note, "a note on the part has no place in the model");
+    reading.Skip(Severity::kLost, note, "a note on the part has no place in the model");
   }
 }
 

@@ -37,5 +37,5 @@ Model ReadQifText(std::string_view text, const std::string& name) {
   } catch (const qif::Unreadable& problem) {
     reading.document.Fail(problem.At(), problem.what());
   }
-  return std::move(reading.model);
+  return reading.Finish();
 }

@@ -9,8 +9,8 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "SavedReports.h"
 #include "report/Wide.h"
-#include "writers/json/PrintJson.h"
 #include "writers/text/Drawing.h"
 #include "writers/text/PrintText.h"
 
@@ -45,7 +45,9 @@ class HostReport : public testing::Test {
     const std::string out = folder_ / "out";
     const std::string err = folder_ / "err";
     const int status = std::system((PROGRAM " " + arguments + " >" + out + " 2>" + err).c_str());
-    return {WEXITSTATUS(status), Read(out), Read(err)};
+    const Outcome outcome{WEXITSTATUS(status), Read(out), Read(err)};
+    if (outcome.out.rfind('{', 0) == 0) SaveReport(outcome.out);
+    return outcome;
   }
   // A file with `text`; its path.
   std::string File(const std::string& name, const std::string& text) {
@@ -107,6 +109,36 @@ TEST_F(HostReport, BundledModelShowsEveryKindWithItsValues) {
   EXPECT_TRUE(report.at("captures")[0].at("clippingPlane").is_null());
   EXPECT_EQ(report.at("captures")[1].at("clippingPlane").at("normal"), Json({0.0, 1.0, 0.0}));
   EXPECT_EQ(report.at("source").at("skipped").size(), report.at("source").at("skippedCount"));
+}
+
+TEST_F(HostReport, LimitsOfZeroAreToldFromNone) {
+  const std::string limits =
+      "<Tolerance>\n          <MaxValue decimalPlaces=\"1\">0.2</MaxValue><MinValue "
+      "decimalPlaces=\"1\">0</MinValue>\n          "
+      "<DefinedAsLimit>false</DefinedAsLimit>\n        </Tolerance>";
+  const struct {
+    const char* tolerance;
+    const char* kind;
+    Json limit;
+  } cases[] = {
+      {"<Tolerance><MaxValue>0</MaxValue><MinValue>0</MinValue></Tolerance>", "plusMinus", 0},
+      {"", "none", {}}};
+  for (const auto& each : cases) {
+    const Json report = Json::parse(Run("--json " + Edited(limits, each.tolerance)).out);
+    const Json& bore = AnnotationNamed(report, "Bore diameter").at("dimension");
+    EXPECT_EQ(bore.at("tolerance"), each.kind);
+    for (const char* key : {"lower", "upper", "tolerancePrecision"}) {
+      EXPECT_EQ(bore.at(key), each.limit) << each.kind << key;
+    }
+    EXPECT_EQ(AnnotationNamed(report, "Overall height").at("dimension").at("tolerance"),
+              "reference");
+    const Json& spacing = AnnotationNamed(report, "Mounting hole spacing").at("dimension");
+    EXPECT_EQ(spacing.at("tolerance"), "basic");
+    EXPECT_TRUE(spacing.at("upper").is_null());
+    const Json& thickness = AnnotationNamed(report, "Wall thickness").at("dimension");
+    EXPECT_TRUE(thickness.at("value").is_null());
+    EXPECT_TRUE(thickness.at("lower").is_null());
+  }
 }
 
 TEST_F(HostReport, TextFormWritesAnnotationsAsADrawingDoes) {
@@ -213,23 +245,8 @@ TEST(HostDrawing, NumbersAndLimitsAreAsShortAsTheyCanBe) {
   EXPECT_EQ(DrawDimension(limit), "15.2");
 }
 
-TEST(HostPrint, JsonGivesNullForWhatWasNotAnswered) {
-  ModelReport report;
-  report.views.emplace_back().annotations.emplace_back().dimension.emplace();
-  const Json json = Json::parse(PrintJson(report, "pmi_report 1", -1));
-  EXPECT_TRUE(json.at("views")[0].at("frame").is_null());
-  const Json& annotation = json.at("views")[0].at("annotations")[0];
-  for (const char* key : {"name", "hidden", "position", "depth"}) {
-    EXPECT_TRUE(annotation.at(key).is_null()) << key;
-  }
-  for (const char* key : {"type", "mainType", "value", "precision", "lower", "upper",
-                          "tolerancePrecision", "line", "extensionLines", "calloutType"}) {
-    EXPECT_TRUE(annotation.at("dimension").at(key).is_null()) << key;
-  }
-}
-
 TEST(HostWide, TextsOfEveryLengthOfCodeGoToUtf8AndBrokenOnesAreReplaced) {
-  EXPECT_EQ(ToUtf8(L"µ ⌀ \U0001F4D0"), "µ ⌀ \xF0\x9F\x93\x90");
+  EXPECT_EQ(ToUtf8(L"µ ⌀ \U0001F4D0 \U0010FFFD"), "µ ⌀ \xF0\x9F\x93\x90 \xF4\x8F\xBF\xBD");
   EXPECT_EQ(ToUtf8(std::wstring{static_cast<wchar_t>(0xD800)}), "\xEF\xBF\xBD");
 }
 

@@ -49,7 +49,7 @@ std::string Repeat(const std::string& text, std::size_t times) {
 
 // The whole report, but for lines, which a rewritten document has other ones of.
 std::string ReportOf(const std::string& text) {
-  static const PluginLibrary plugin(PLUGIN_PATH);
+  static const PluginLibrary plugin(PLUGIN);
   try {
     Model model = ReadQifText(text, "part.qif");
     for (SkippedItem& item : model.skipped) item.line = 0;

@@ -117,7 +117,7 @@ class Document:
                 found += self.entities(self.refers(e, "EntityInternalIds/Id"))
                 found += self.entities(self.refers(e, "FeatureNominalIds/Id"))
             elif e.tag in ("Face", "Edge", "Vertex", "Body"):
-                found.append([e.tag.lower(), e.get("label") or e.get("id")])
+                found.append([e.tag.lower(), e.get("id"), e.get("label") or e.get("id")])
         return found
 
     def display_text(self, display):
@@ -234,6 +234,7 @@ class Comparison:
         check = lambda what, want, *keys, **more: self.tally.check(
             ident, what, want, get(annotation, *keys), **more)
         check("kind", kind, "kind")
+        check("id", ident, "id")
         check("name", name, "name")
         check("hidden", element.get("hidden") == "true", "hidden")
         self.tally.check_children(ident, element)
@@ -515,6 +516,7 @@ class Comparison:
             got = get(self.report["captures"], i)
             check = lambda what, want, *keys, **more: self.tally.check(
                 view.get("id"), what, want, get(got, *keys), **more)
+            check("id", view.get("id"), "id")
             check("name", view.get("label"), "name")
             self.tally.check_children(view.get("id"), view)
             visible = self.doc.refers(view, "AnnotationVisibleIds/Id")
@@ -523,6 +525,7 @@ class Comparison:
             members = visible + view.findall("BodyIds/Id")
             check("members, number", len(members), "members", "count")
             check("members", names, "members", "annotations")
+            check("members, ids", [e.get("id") for e in visible], "members", "ids")
             cameras = view.findall("CameraIds/Id")
             active = [c for c in cameras if c.get("active") == "true"] or cameras
             if active:

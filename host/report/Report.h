@@ -30,7 +30,8 @@ struct EntityReport {
   Text id, label;
 };
 
-// A model entity that PMI applies to, with the ids of the annotations, in the report's order.
+// A face, edge, vertex or body that PMI applies to, with the ids of the annotations, in the
+// report's order.
 struct AppliedEntityReport {
   EntityReport entity;
   std::vector<Text> annotations;
@@ -47,7 +48,7 @@ struct ModifierReport {
 };
 
 struct FrameDatumReport {
-  Text label;
+  Text id, label;  // the id is the datum annotation's
   std::vector<ModifierReport> modifiers;
 };
 
@@ -81,7 +82,7 @@ struct ToleranceReport {
 };
 
 struct CalloutReport {
-  Text name, calloutType;
+  Text id, name, calloutType;
   Number value;
 };
 
@@ -92,7 +93,8 @@ struct DimensionTextsReport {
 
 struct DimensionReport {
   Text type, mainType, calloutType;
-  std::string tolerance;  // "none", "limits", "plusMinus", "basic", "reference" or "general"
+  // "none", "limits", "plusMinus", "basic" or "reference"; empty where it was not answered.
+  std::string tolerance;
   Number value, precision, lower, upper, tolerancePrecision;
   Text upperText, lowerText;
   DimensionTextsReport texts;
@@ -103,7 +105,7 @@ struct DimensionReport {
 
 struct DatumReport {
   Text label;
-  std::vector<Text> targets;
+  std::vector<Text> targets, targetIds;  // labels and ids of the same targets
 };
 
 struct DatumTargetReport {
@@ -125,7 +127,8 @@ struct AnnotationReport {
   std::vector<EntityReport> entities;
   std::optional<Point2> position;
   Number depth;
-  std::vector<std::array<Point3, 2>> leaders;  // tail and head
+  // Tail and head; not a number where the plug-in gave none.
+  std::vector<std::array<Point3, 2>> leaders;
   std::optional<DimensionReport> dimension;
   std::optional<ToleranceReport> tolerance;
   std::optional<DatumReport> datum;
@@ -139,7 +142,7 @@ struct ViewFrameReport {
 };
 
 struct ViewReport {
-  Text id;
+  Text id;  // persistent where the view has one, else "view 1" and so on by its place
   std::optional<ViewFrameReport> frame;
   std::vector<AnnotationReport> annotations;
 };

@@ -64,6 +64,9 @@ constexpr DimensionKind kKinds[] = {
     {"UserDefinedUnit", dim_unknown, dim_sub_unknown, Measure::kPlain},
 };
 
+// The decimal places of a value or of limits that the document does not state.
+constexpr double kNotStated = -1;
+
 // a - b without what the subtraction of decimals leaves behind: 0.1 and not 0.10000000000000142.
 double Difference(double a, double b) {
   const double largest = std::max(std::abs(a), std::abs(b));
@@ -108,6 +111,10 @@ class DimensionReader {
     fields_.type = kind_.type;
     fields_.subtype = kind_.subtype;
     fields = fields_;
+    // A thread that is given as a text has no diameter.
+    const bool isText = kind_.type == dim_thread && fields.value == 0;
+    if (!hasValue || isText) fields.value_precision = kNotStated;
+    if (!hasLimits) fields.tolerance_precision = kNotStated;
     for (const Document::Entry* feature : features_) {
       if (IsHole(feature->element)) reading_.holeDimensions.insert(&dimension);
     }

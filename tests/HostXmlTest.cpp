@@ -8,13 +8,14 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <limits>
 #include <regex>
 #include <sstream>
 
 #include "MakeReport.h"
 #include "plugin/PluginLibrary.h"
-#include "readers/qif/Element.h"
 #include "readers/qif/QifReader.h"
+#include "readers/qif/Xml.h"
 #include "writers/json/PrintJson.h"
 
 namespace {
@@ -240,7 +241,8 @@ TEST(HostXml, WhatIsNotWellFormedIsRefusedWithItsPlace) {
     const char* says;
   } cases[] = {
       {"Bore &", With(model, name, "<Name>Bore & diameter</Name>"), "no name"},
-      {"id=\"302\" label=\"", With(model, "id=\"302\"", "id=\"302\" label=\"<\""), "'<' not allowed"},
+      {"id=\"302\" label=\"", With(model, "id=\"302\"", "id=\"302\" label=\"<\""),
+       "'<' not allowed"},
       {"id=\"302\" id=\"303\"", With(model, "id=\"302\"", "id=\"302\" id=\"303\""), "redefined"},
       {"Bore&#1;", With(model, name, "<Name>Bore&#1;</Name>"), "xmlChar value 1"},
       {"<Name>\u00e4B", With(model, name, "<Name>\u00e4B\xF6re</Name>"), "0xF6"},
@@ -274,6 +276,68 @@ TEST(HostXml, WhatIsNotWellFormedIsRefusedWithItsPlace) {
         std::to_string(1 + std::count(before.begin(), before.end(), '\n')) + ":" +
         std::to_string(qif::Wide(before).size() - qif::Wide(before).rfind(L'\n'));
     EXPECT_THAT(error, StartsWith("part.qif:" + place + ": ")) << broken.before;
+  }
+}
+
+TEST(HostXml, WhatIsNoDocumentIsCalledByItsKind) {
+  using namespace std::string_literals;
+  const std::string packed = Gzip(Read(BUNDLED_MODEL));
+  const struct {
+    std::string text;
+    const char* says;
+  } cases[] = {{"", "empty"},
+               {" \r\n", "empty"},
+               {"ISO-10303-21;\nHEADER;", "STEP"},
+               {Gzip("ISO-10303-21;\nHEADER;"), "STEP"},
+               {"PK\3\4\0"s, "zip"},
+               {"\x7F"
+                "ELF\2\1\0"s,
+                "binary"},
+               {"solid part", "'<' not found"},
+               {packed.substr(0, packed.size() - 9), "gzip data is truncated"},
+               {With(packed, packed.substr(5000, 9), "damaged"), "gzip data is damaged"},
+               {packed + "more", "gzip data is damaged"},
+               {Utf16(Read(BUNDLED_MODEL), false, true).substr(0, 9999), "truncated inside"}};
+  for (const auto& other : cases) {
+    EXPECT_THAT(ReportOf(other.text),
+                testing::AllOf(StartsWith("part.qif:"), HasSubstr(other.says)));
+  }
+}
+
+TEST(HostXml, NumbersAreReadInEverySpellingAndToldWhenTheyAreNone) {
+  const struct {
+    const char* text;
+    double value;
+  } numbers[] = {{"+0", 0},       {"-0", 0},
+                 {"0.0", 0},      {" +1.5\n", 1.5},
+                 {".5", 0.5},     {"15.e-1", 1.5},
+                 {"1.5E+2", 150}, {"1e-999", 0},
+                 {"-1e-999", 0},  {"4.9e-324", std::numeric_limits<double>::denorm_min()}};
+  for (const auto& number : numbers) {
+    const qif::Xml xml("<a>" + std::string(number.text) + "</a>");
+    EXPECT_EQ(qif::NumberOf(xml.Root()), number.value) << number.text;
+  }
+  const struct {
+    const char* text;
+    const char* says;
+  } others[] = {{"1e999", "larger than any number"},
+                {"-1e999", "larger than any number"},
+                {"INF", "larger than any number"},
+                {"NaN", "not a number"},
+                {"0x10", "not a number"},
+                {"1,5", "not a number"},
+                {"+-1", "not a number"},
+                {"1 2", "not a number"},
+                {"1<b/>2", "not a number"},
+                {"", "not a number"}};
+  for (const auto& other : others) {
+    const qif::Xml xml("<a>" + std::string(other.text) + "</a>");
+    try {
+      qif::NumberOf(xml.Root());
+      ADD_FAILURE() << other.text;
+    } catch (const qif::Unreadable& problem) {
+      EXPECT_THAT(problem.what(), HasSubstr(other.says)) << other.text;
+    }
   }
 }
 

@@ -161,6 +161,8 @@ TEST_F(HostCommand, SeveralModelsGiveALineEachAndARefusedOneItsReason) {
   EXPECT_EQ(reports[1].at("source").at("file"), bad_);
   EXPECT_THAT(run.err, HasSubstr(reports[1].at("source").at("error").get<std::string>()));
   EXPECT_EQ(reports[2].at("source").at("file"), "standard input");
+  const std::string text = Run(nothing_).out;
+  EXPECT_EQ(Run(nothing_ + " " + nothing_).out, text + "\n" + text);
   const Outcome table = Run("--summary " + nothing_ + " " + bad_);
   EXPECT_EQ(std::count(table.out.begin(), table.out.end(), '\n'), 3);
   EXPECT_THAT(table.out, HasSubstr("/bad.qif      refused"));
@@ -196,6 +198,10 @@ TEST_F(HostCommand, OutputIsAFileThatIsReplacedWholeOrNotAtAll) {
         "$P --output /dev/stderr $F/nothing.qif 2>&1 | cat"}) {
     EXPECT_EQ(Shell(straight).out, wanted) << straight;
   }
+  // Nobody hears what was lost; it is not written into the file either.
+  EXPECT_EQ(Shell("ln -s later $F/ahead; $P --output $F/ahead $F/edited.qif 2>&-").code, 4);
+  EXPECT_TRUE(fs::is_symlink(folder_ / "ahead"));
+  EXPECT_THAT(Read(folder_ / "later"), AllOf(StartsWith(lost_), Not(HasSubstr("pmi_report:"))));
   EXPECT_EQ(Run("--output " + there + " <" + nothing_ + " -").code, 0);
   EXPECT_THAT(Read(there), StartsWith("standard input: QIF 3.0"));
 }
@@ -212,8 +218,10 @@ TEST_F(HostCommand, OutputThatNobodyTakesIsAnErrorOfWriting) {
 }
 
 TEST_F(HostCommand, ATerminalGetsColoursUnlessItIsAskedForNone) {
-  const auto terminal = [&](const std::string& environment) {
-    return Shell("env " + environment + " script -qec \"$P $F/nothing.qif\" /dev/null </dev/null")
+  const auto terminal = [&](const std::string& environment,
+                            const std::string& arguments = "$F/nothing.qif") {
+    return Shell("env " + environment + " script -qec \"$P " + arguments +
+                 "\" /dev/null </dev/null")
         .out;
   };
   EXPECT_THAT(terminal("-u NO_COLOR TERM=xterm"), HasSubstr("\x1b[1m"));
@@ -222,6 +230,10 @@ TEST_F(HostCommand, ATerminalGetsColoursUnlessItIsAskedForNone) {
        {"NO_COLOR=1 TERM=xterm", "-u NO_COLOR TERM=dumb", "-u NO_COLOR -u TERM"}) {
     EXPECT_THAT(terminal(none), AllOf(HasSubstr("nothing lost"), Not(HasSubstr("\x1b")))) << none;
   }
+  EXPECT_THAT(terminal("TERM=xterm", "$F/nothing.qif $F/bad.qif"), HasSubstr("[2/2] "));
+  Edited("ANODISE", "\u009b31m");
+  EXPECT_THAT(terminal("TERM=xterm", "--json $F/edited.qif"),
+              AllOf(HasSubstr("\\u009b31m"), Not(HasSubstr("\u009b"))));
   EXPECT_THAT(Shell("TERM=xterm $P $F/nothing.qif").out, Not(HasSubstr("\x1b")));
 }
 

@@ -69,6 +69,7 @@ AnnotationReport Position() {
   second.refinement = 0.05;
   second.rateUnit1 = second.rateUnit2 = 25;
   tolerance.notes = {"b", "a", "4X", "l", "p", "s"};
+  position.depth = 3;
   position.entities = {Face(1), {"edge", "201", {}}};
   return position;
 }
@@ -114,6 +115,7 @@ ModelReport Everything() {
   report.source.format = "QIF 3.0";
   report.source.linearUnit = "mm";
   report.source.pmiLinearUnit = "inch";
+  report.source.pmiAngularUnit = "radian";
   report.source.counts = {{"face", 6}};
   report.source.skipped = {{"ignored", "URI", "5", "", "no place", 4, 2},
                            {"lost", "Zone", "299", "20", "no number", 80, 1},
@@ -125,7 +127,7 @@ ModelReport Everything() {
 TEST(HostText, AReportOpensWithAHeadAndGoesOnByKind) {
   EXPECT_EQ(
       text::PrintText(Everything()),
-      R"(part�.qif: QIF 3.0, mm, written in inch; 2 datums, 1 datum target, 1 tolerance, 1 dimension, 1 texture, 1 note, 1 flag note, 1 unknown annotation, 1 capture; 3 lost, 1 reduced, 2 ignored
+      R"(part�.qif: QIF 3.0, mm, written in inch, angles written in radian; 2 datums, 1 datum target, 1 tolerance, 1 dimension, 1 texture, 1 note, 1 flag note, 1 unknown annotation, 1 capture; 3 lost, 1 reduced, 2 ignored
 
 Datums
   [A]  targets A1, A2  id 30
@@ -180,6 +182,7 @@ TEST(HostText, VerboseReportsHoldEverything) {
       at (0.5, -1) depth 2
       leader (1, 2, 3) to (4, 5, 6)
 )",
+                            "\n      depth 3\n",
                             "\n      obtention machiningMandatory, applicability allPartSurfaces\n",
                             "\n      font height 3.5 ratio 1 slant 15 fixed bold italic underline "
                             "strike-through overline\n",

@@ -38,7 +38,6 @@ Output::Output(const std::string& path) : name_(path) {
   }
   const bool exists = stat(path.c_str(), &there) == 0;
   if (exists && fstat(1, &standard) == 0 && IsSameFile(there, standard)) return;
-  if (exists && S_ISDIR(there.st_mode)) Fail(EISDIR);
   if (exists && !S_ISREG(there.st_mode)) {
     file_ = open(path.c_str(), O_WRONLY | O_CLOEXEC);
     if (file_ < 0) Fail(errno);

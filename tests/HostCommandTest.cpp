@@ -109,6 +109,7 @@ TEST_F(HostCommand, OneLineSaysWhatAModelLost) {
                              EndsWith("\n")));
   EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
   EXPECT_FALSE(Json::parse(run.out).at("views").empty());
+  EXPECT_THAT(run.out, StartsWith("{\n")) << "a document alone has a line for every value";
 }
 
 TEST_F(HostCommand, BadModelGivesOneLineWithFileAndPlaceAndNothingOnStdout) {

@@ -219,11 +219,14 @@ TEST(HostText, AnnotationsAreGroupedByViewFaceOrCapture) {
   EXPECT_THAT(Outline(text::PrintText(report, {text::By::kView, false, false})),
               ElementsAre("View 1 at (0, 0, 5) x (1, 0, 0) y (0, 1, 0)  id 7 +10 +20 +31 +30 +35",
                           "View 2 without a plane +40 +50 +60 +unnamed", "Captures +90"));
-  EXPECT_THAT(Outline(text::PrintText(report, {text::By::kFace, false, false})),
-              ElementsAre("face \"hole 1\" id 101 +10 +20", "face \"hole 2\" id 102 +10",
-                          "face \"hole 3\" id 103 +10", "face \"hole 4\" id 104 +10",
-                          "face \"hole 5\" id 105 +10", "edge id 201 +20", "body \"part\" +35",
-                          "On no entity +31 +30 +40 +50 +60 +unnamed", "Captures +90"));
+  // A face of another's label, named twice.
+  report.views[1].annotations[2].entities = {{"face", "150", "hole 1"}, {"face", "150", "hole 1"}};
+  EXPECT_THAT(
+      Outline(text::PrintText(report, {text::By::kFace, false, false})),
+      ElementsAre("face \"hole 1\" id 101 +10 +20", "face \"hole 2\" id 102 +10",
+                  "face \"hole 3\" id 103 +10", "face \"hole 4\" id 104 +10",
+                  "face \"hole 5\" id 105 +10", "face \"hole 1\" id 150 +60", "edge id 201 +20",
+                  "body \"part\" +35", "On no entity +31 +30 +40 +50 +unnamed", "Captures +90"));
   report.captures[0].members.push_back({{}, "Lone"});
   const std::string byCapture = text::PrintText(report, {text::By::kCapture, false, false});
   EXPECT_THAT(Outline(byCapture), ElementsAre("Capture \"Front\"  id 90 +30 +10 +31 +50 +40",
@@ -282,6 +285,8 @@ TEST(HostText, OneLineTellsHowMuchWasLostAndTheFirstByLine) {
   EXPECT_EQ(text::LossLine(report, true), "1 thing was reduced: Arc (id 9): a⏎b");
   report.source.skipped.push_back({"lost", "Zone", "", "", "gone", 3, 1});
   EXPECT_EQ(text::LossLine(report, false), "1 thing was lost, at line 3: Zone: gone");
+  EXPECT_EQ(text::LossLine(report, true),
+            "2 things were lost or reduced, the first at line 3: Zone: gone");
 }
 
 TEST(HostText, ManyModelsStandInATableWithAlignedColumns) {

@@ -564,7 +564,9 @@ def main(arguments):
     program, models = arguments[0], arguments[1:]
     totals = [0, 0, 0, 0]
     for model in models:
-        answer = subprocess.run([program, model, "--json"], stdout=subprocess.PIPE, check=True)
+        answer = subprocess.run([program, model, "--json"], capture_output=True)
+        if answer.returncode not in (0, 4):  # 4: some PMI was lost
+            sys.exit(answer.stderr.decode())
         tally = Comparison(Document(model), json.loads(answer.stdout)).run()
         counts = [tally.compared, len(tally.different), sum(map(len, tally.left_out.values())),
                   len(tally.listed)]

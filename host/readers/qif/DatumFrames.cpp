@@ -72,13 +72,46 @@ int PrecedenceOf(Element datum) {
                           std::begin(kOrder));
 }
 
+double SequenceOf(Element datum) {
+  const Element number = Child(datum, "SequenceNumber");
+  return number ? NumberOf(number) : 0;
+}
+
+// The datums of a compartment, those of a common datum by their sequence numbers.
+std::vector<Element> SimpleDatums(Reading& reading, Element compartment) {
+  std::vector<Element> found;
+  std::vector<Element> pending = {compartment};
+  while (!pending.empty()) {
+    const Element next = pending.back();
+    pending.pop_back();
+    if (NameOf(next) == "SimpleDatum") {
+      found.push_back(next);
+      continue;
+    }
+    std::vector<Element> parts;
+    for (const Element part : next.children()) {
+      const std::string_view name = NameOf(part);
+      if (name == "SimpleDatum" || name == "CompoundDatum" || name == "Datum") {
+        parts.push_back(part);
+      }
+    }
+    std::stable_sort(parts.begin(), parts.end(),
+                     [](Element a, Element b) { return SequenceOf(a) < SequenceOf(b); });
+    pending.insert(pending.end(), parts.rbegin(), parts.rend());
+    const Element reduced = Child(next, "ReducedDatum");
+    if (reduced && NameOf(next) == "CompoundDatum") {
+      reading.Skip(Severity::kReduced, reduced, "the model has it for single datums only");
+    }
+  }
+  return found;
+}
+
 // One compartment: a datum, or the common datum of several. The report has it at `at`.
 KOVAPMI_DREF& ReadCompartment(Reading& reading, Element compartment, const std::string& at) {
   auto& reference = reading.part.Make<KOVAPMI_DREF>();
   auto& fields = standin::Edit(reference);
   std::wstring label;
-  for (Element inner = compartment; inner; inner = Next(inner, compartment)) {
-    if (NameOf(inner) != "SimpleDatum") continue;
+  for (const Element inner : SimpleDatums(reading, compartment)) {
     const Document::Entry& datum = reading.document.RequireChild(inner, "DatumDefinitionId");
     if (is_ATTRIB_KOVAPMI_DATUM(datum.entity) != 1) {
       reading.Lose(inner, "its datum " + std::to_string(datum.id) + " could not be read");

@@ -1,0 +1,717 @@
+// What a user sees of short documents: a few lines of a document, and values of the report on it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "MakeReport.h"
+#include "plugin/PluginLibrary.h"
+#include "readers/qif/QifReader.h"
+#include "standin/Control.h"
+#include "writers/json/PrintJson.h"
+
+namespace {
+
+using Json = nlohmann::json;
+
+// A document with places for pieces: "@name@", "@name|what stands there otherwise@", or "@name!what
+// comes there for each piece "name $1: $2"@". "</>" ends the innermost element, "[mm]" defines a
+// unit. The body has the faces "top" and "side", each with a feature, the wire edge "rim" and the
+// vertex "tip". The display of "it" has its x along the model's y and its y against the model's x;
+// the camera has the model's y to the right, its z up and its x towards the viewer.
+constexpr const char* kDocument =
+    R"(<QIFDocument xmlns="http://qifstandards.org/xsd/qif3" versionQIF="3.0.0">
+<FileUnits><PrimaryUnits>@units|<LinearUnit>[mm]</>@</><OtherUnits>
+ <LinearUnit>[m]</><LinearUnit>[mm]</><LinearUnit>[um]</><LinearUnit>[km]</><LinearUnit>[inch]</>
+ <LinearUnit>[ft]</><AngularUnit>[radian]</><AngularUnit>[degree]</><AngularUnit>[grad]</></></>
+<DatumDefinitions>@datums@
+ <DatumDefinition id="11"><DatumLabel>A</><FeatureNominalIds><Id>22</></></>
+ <DatumDefinition id="12"><DatumLabel>B</></><DatumDefinition id="13"><DatumLabel>C</></></>
+<DatumTargetDefinitions>@zone!<DatumTarget id="50"><DatumTargetLabel>it</>
+  <FeatureNominalId>21</><TargetZoneId>80</></>@</>
+<DatumReferenceFrames>@frame!<DatumReferenceFrame id="30"><Datums>$2</><Name>note</></>@</>
+<Product>
+ <TopologySet>
+  <VertexSet><Vertex id="1"/><Vertex id="2"/><Vertex id="3" label="tip"/></>
+  <EdgeSet><Edge id="4" label="rim"><VertexBeg><Id>1</></><VertexEnd><Id>2</></></></>
+  <FaceSet><Face id="5" label="top"/><Face id="6" label="side"/>@faces@</>
+  <BodySet>@body|<Body id="9" label="part"><FaceIds><Id>5</><Id>6</></><EdgeIds><Id>4</></>
+   <VertexIds><Id>3</></></>@</></>
+ <NoteSet>@notes@@note!<Note id="50" label="it">$2</>@</><NoteFlagSet>@flags@</>
+ <ViewSet>
+  <CameraSet>@camera!<Camera $1><ViewPlaneOrigin>10 20 30</><Orientation><Value>1 -1 -1 -1</></>$2
+   </>@</><SavedViewSet>@view!<SavedView id="90" label="view">$2</>@</>
+  <ZoneSectionSet>@section!<ZoneSection id="95"><SectionPlanes>$2</></>@</>
+  <AnnotationViewSet><AnnotationView id="61"><Normal>0 0 1</><Direction>0 1 0</></></></>
+ <VisualizationSet><Fonts>@fonts@</><PMIDisplaySet>@displays@@drawn!<PMIDisplay><Plane>
+   <AnnotationViewId><Id>61</></><Origin>10 20 30</></>$2<Reference><Id>50</></></>@</></></>
+<Features>
+ <FeatureDefinitions><PlaneFeatureDefinition id="20"/>
+  @feature!<$1FeatureDefinition id="25">$2</>@</>
+ <FeatureNominals>
+  <PlaneFeatureNominal id="21"><FeatureDefinitionId>20</><EntityInternalIds><Id>5</></></>
+  <PlaneFeatureNominal id="22"><FeatureDefinitionId>20</><EntityInternalIds><Id>6</></></>
+  @feature!<$1FeatureNominal id="23"><FeatureDefinitionId>25</>@@entities@@feature!</>@</></>
+<FeatureZones>@zone!<FeatureZone$1 id="80">$2</>@</>
+<Characteristics>
+ <CharacteristicDefinitions>@it!<$1CharacteristicDefinition id="40">$2</>@</>
+ <CharacteristicNominals>@it!<$1CharacteristicNominal id="50"><CharacteristicDefinitionId>40</>
+  <Name>it</>@@nominal@@it!</>@</></>
+<Thing>@things@</>
+</>)";
+
+void Replace(std::string& text, const std::string& from, const std::string& to) {
+  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+    text.replace(at, from.size(), to);
+  }
+}
+
+Json ReportOn(const Model& model) {
+  static const PluginLibrary plugin(PLUGIN);
+  const auto exporter = plugin.CreateExporter(model.part->GetDocument());
+  return Json::parse(PrintJson(MakeReport(model, *exporter, "it.qif"), "tests", -1));
+}
+
+// The document with pieces, whose word and text stand at their place.
+using Pieces = std::multimap<std::string, std::pair<std::string, std::string>>;
+std::string Document(const Pieces& pieces) {
+  std::string text, part;
+  std::istringstream parts(kDocument);
+  for (bool isPlace = false; std::getline(parts, part, '@'); isPlace = !isPlace) {
+    const std::size_t mark = std::min(part.find_first_of("!|"), part.size());
+    auto [piece, end] = pieces.equal_range(isPlace ? part.substr(0, mark) : "");
+    if (!isPlace) text += part;
+    if (isPlace && piece == end && part[mark] == '|') text += part.substr(mark + 1);
+    for (; piece != end; ++piece) {
+      std::string one = part[mark] == '!' ? part.substr(mark + 1) : "$2";
+      Replace(one, "$1", piece->second.first);
+      Replace(one, "$2", piece->second.second);
+      text += one;
+    }
+  }
+  std::istringstream factors(
+      "m 1 mm 0.001 um 0.000001 km 1000 inch 0.0254 ft 0.3048 radian 1 "
+      "degree 0.017453292519943295 grad 0.015707963267948967");
+  for (std::string unit, factor; factors >> unit >> factor;) {
+    Replace(text, "[" + unit + "]",
+            "<UnitName>" + unit + "</><UnitConversion><Factor>" + factor + "</></>");
+  }
+  std::vector<std::string> open;
+  std::string closed;
+  std::size_t from = 0;
+  for (std::size_t at = 0; (at = text.find('<', at)) != std::string::npos; ++at) {
+    if (text.compare(at, 3, "</>") == 0) {
+      closed += text.substr(from, at - from) + "</" + open.back() + ">";
+      open.pop_back();
+      from = at + 3;
+    } else if (text[text.find('>', at) - 1] != '/') {
+      open.push_back(text.substr(at + 1, text.find_first_of(" >", at) - at - 1));
+    }
+  }
+  return closed + text.substr(from);
+}
+
+// What a path names in a report: "listed" the kinds of what was skipped, "/..." a place of the
+// report, any other a place of the annotation "it".
+Json At(const Json& report, const std::string& path) {
+  Json kinds = Json::array();
+  for (const Json& item : report.at("source").at("skipped")) kinds.push_back(item.at("kind"));
+  if (path == "listed") return kinds;
+  if (path[0] == '/') return report.value(Json::json_pointer(path), Json("nowhere"));
+  for (const Json& view : report.at("views")) {
+    for (const Json& annotation : view.at("annotations")) {
+      if (annotation.at("name") != "it") continue;
+      return annotation.value(Json::json_pointer("/" + path), Json("nowhere"));
+    }
+  }
+  return "no annotation";
+}
+
+// Objects may have more keys than are wanted. No text is as good as none.
+bool IsLike(const Json& want, const Json& got) {
+  if (want.is_number() && got.is_number()) {
+    return std::abs(want.get<double>() - got.get<double>()) <= 1e-12 * std::abs(want.get<double>());
+  }
+  const auto isNone = [](const Json& value) { return value.is_null() || value == ""; };
+  if (!want.is_structured() || want.type() != got.type()) {
+    return want == got || (isNone(want) && isNone(got));
+  }
+  const auto& parts = want.items();
+  return (want.is_object() || want.size() == got.size()) &&
+         std::all_of(parts.begin(), parts.end(), [&](const auto& part) {
+           const Json::json_pointer place("/" + part.key());
+           return got.contains(place) && IsLike(part.value(), got.at(place));
+         });
+}
+
+// Lines "place word: piece" and "path = value". Nothing is listed unless it says so or draws.
+void CheckCase(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) {
+    line.erase(0, line.find_first_not_of(' '));
+    if (line[0] == '/' || std::isalpha(line[0]) != 0) lines.emplace_back();
+    lines.back() += line;
+  }
+  Pieces pieces;
+  std::map<std::string, Json> values;
+  for (const std::string& line : lines) {
+    const std::size_t is = line.find(" = "), colon = line.find(':');
+    if (is < colon) {
+      values[line.substr(0, is)] = Json::parse(line.substr(is + 3));
+      continue;
+    }
+    const std::size_t space = std::min(line.find(' '), colon), word = std::min(space + 1, colon);
+    const std::string place = line.substr(0, space);
+    EXPECT_THAT(kDocument, testing::HasSubstr("@" + place));
+    pieces.insert({place, {line.substr(word, colon - word), line.substr(colon + 1)}});
+  }
+  if (pieces.count("displays") + pieces.count("drawn") == 0) {
+    values.insert({"listed", Json::array()});
+  }
+  const Json report = ReportOn(ReadQifText(Document(pieces), "it.qif"));
+  for (const auto& [path, want] : values) {
+    const Json got = At(report, path);
+    EXPECT_TRUE(IsLike(want, got)) << path << " is " << got << ", not " << want << " in\n"
+                                   << text << "\nlisted: " << report.at("source").at("skipped");
+  }
+}
+
+// A case, or one for each row of a table, whose columns stand for $1, $2 ...
+void Check(const std::string& text) {
+  const std::size_t table = text.find("\n|");
+  std::string rows = table == std::string::npos ? "\n" : text.substr(table + 1);
+  Replace(rows, "||", "|\n|");
+  std::istringstream in(rows);
+  for (std::string row, column; std::getline(in, row);) {
+    std::string one = text.substr(0, table);
+    std::istringstream columns(row);
+    std::getline(columns, column, '|');
+    for (int i = 1; std::getline(columns, column, '|'); ++i) {
+      column.erase(0, column.find_first_not_of(' '));
+      column.erase(column.find_last_not_of(' ') + 1);
+      Replace(one, "$" + std::to_string(i), column);
+    }
+    CheckCase(one);
+  }
+}
+
+TEST(HostValues, LengthsComeInThePrimaryUnitWhateverUnitTheyAreWrittenIn) {
+  Check(R"(units: $1
+      it Length: <Tolerance><MaxValue $2>$3</><MinValue $2>$3</></>
+      nominal: <TargetValue $2>$3</>
+      dimension/value = $4
+      dimension/upper = $4
+      dimension/lower = $4
+|  |  | 3 | 3 || <LinearUnit>[m]</> |  | 0.25 | 0.25 |
+| <LinearUnit>[m]</> | linearUnit='mm' | 250 | 0.25 || <LinearUnit>[mm]</> |  | 0.375 | 0.375 |
+| <LinearUnit>[mm]</> | linearUnit='inch' | .375 | 9.525 |
+| <LinearUnit>[mm]</> | linearUnit='um' | 1600 | 1.6 |
+| <LinearUnit>[inch]</> | linearUnit='mm' | 25.4 | 1 |
+| <LinearUnit>[inch]</> | linearUnit='ft' | 2 | 24 |
+| <LinearUnit>[ft]</> | linearUnit='inch' | 6 | 0.5 |
+| <LinearUnit>[um]</> | linearUnit='mm' | 1.5 | 1500 |
+| <LinearUnit>[mm]</><PMILinearUnit>[inch]</> |  | 2 | 50.8 |
+| <LinearUnit>[mm]</><PMILinearUnit>[inch]</> | linearUnit='mm' | 2 | 2 |
+| <PMILinearUnit>[mm]</><LinearUnit>[inch]</> |  | -25.4 | -1 |
+| <LinearUnit>[km]</><PMILinearUnit>[m]</> |  | 100 | 0.1 |)");
+  Check(R"(units: <LinearUnit>[mm]</><PMILinearUnit>[inch]</>
+      it Flatness: <ToleranceValue $1>2</>
+      tolerance/rows/0/magnitude = $2
+|  | 50.8 || linearUnit='um' | 0.002 |)");
+  // The geometry does not know the unit of PMI.
+  Check(R"(units: <LinearUnit>[mm]</><PMILinearUnit>[inch]</>
+      zone AreaRectangular: <Rectangle><Length>3</><CornerPoint linearUnit='ft'>0 1 0</>
+        <Width linearUnit='um'>5000</><WidthDirection>0 0 -1</><LengthDirection>0 1 0</></>
+      /source/linearUnit = "mm"
+      datumTarget/point1 = [0, 304.8, 0]
+      datumTarget/point2 = [0, 307.8, -5])");
+}
+
+TEST(HostValues, AnglesComeInDegreesWhateverUnitTheyAreWrittenIn) {
+  Check(R"(units: $1
+      it $2: <Tolerance><MaxValue $3>$4</><MinValue $3>$4</></>
+      nominal: <TargetValue $3>$4</>
+      dimension/value = $5
+      dimension/upper = $5
+      dimension/lower = $5
+|  | Angle |  | 1.5707963267948966 | 90 |
+| <AngularUnit>[degree]</> | AngleFrom |  | 45.5 | 45.5 |
+| <AngularUnit>[radian]</><PMIAngularUnit>[degree]</> | AngleBetween |  | 30 | 30 |
+| <AngularUnit>[degree]</> | AngularCoordinate | angularUnit='radian' | 3.141592653589793 | 180 |
+| <AngularUnit>[grad]</> | UserDefinedAngular |  | 100 | 90 |
+| <AngularUnit>[degree]</><PMIAngularUnit>[grad]</> | Angle |  | 50 | 45 |
+| <AngularUnit>[degree]</><PMIAngularUnit>[grad]</> | Angle | angularUnit='degree' | 50 | 50 |)");
+}
+
+TEST(HostValues, SizesOfFeaturesStandInForTargetsInUnitsOfTheGeometry) {
+  Check(
+      R"(units: <LinearUnit>[mm]</><PMILinearUnit>[ft]</><AngularUnit>[degree]</><PMIAngularUnit>[grad]</>
+      feature Cylinder: $2
+      it $1:
+      nominal: <FeatureNominalIds><Id>23</></>
+      dimension/value = $3
+| Diameter | <Diameter linearUnit='inch'>2</> | 50.8 || Diameter | <Radius>2</> | 4 |
+| Radius | <Diameter>5</> | 2.5 || Radius | <Radius>5</> | 5 |
+| SphericalDiameter | <Diameter>6</> | 6 || SphericalRadius | <Diameter>6</> | 3 |
+| Length | <Width>1</><Length>7</> | 7 || Width | <Width>1</><Length>7</> | 1 |
+| Square | <Width>3</> | 3 || Depth | <Depth>8</> | 8 || CurveLength | <Length>9</> | 9 |
+| Angle | <FullAngle>60</> | 60 || Angle | <TaperAngle>3</> | 3 |)");
+  Check(R"(it Height:
+      listed = ["HeightCharacteristicNominal"])");
+}
+
+TEST(HostValues, DimensionsAreOfTheirKind) {
+  Check(R"(it $1:
+      nominal: <TargetValue>1</>
+      dimension/type = "$2"
+      dimension/mainType = "$3"
+| Length | length | linear || Width | width | linear || Height | height | linear |
+| Depth | depth | linear || Thickness | thickness | linear || Square | square | linear |
+| DistanceFrom | distance | linear || DistanceBetween | distance | linear |
+| Chord | chord | linear || CurveLength | curveLength | curveLength |
+| Diameter | diameter | diametral || SphericalDiameter | sphericalDiameter | diametral |
+| Radius | radius | radial || SphericalRadius | sphericalRadius | radial |
+| Angle | angle | angular || AngleFrom | angleBetween | angular |
+| AngleBetween | angleBetween | angular || LinearCoordinate | linearCoordinate | coordinate |
+| AngularCoordinate | angularCoordinate | coordinate || ConicalTaper | conicalTaper | taper |
+| FlatTaper | flatTaper | taper || UserDefinedLinear | userDefined | userDefined |
+| UserDefinedAngular | userDefined | userDefined |)");
+}
+
+TEST(HostValues, LimitsAreDeviationsOrTheLimitsThemselves) {
+  Check(R"(it Diameter: <Tolerance>$1<DefinedAsLimit>$2</></>
+      things: <SomeTolerance id="90"><MaxValue>0.3</><MinValue>-0.2</></>
+      nominal: <TargetValue>20</>
+      dimension/upper = $3
+      dimension/lower = $4
+      dimension/upperText = "$5"
+      dimension/lowerText = "$6"
+      dimension/tolerancePrecision = $7
+| <MaxValue>0.300</><MinValue>-0.10</> | false | 0.3 | -0.1 |  |  | 3 |
+| <MinValue>-0.1</><MaxValue decimalPlaces='2'>0.3</> | 0 | 0.3 | -0.1 |  |  | 2 |
+| <MaxValue>20.1</><MinValue decimalPlaces='2'>19.9</> | true | 0.1 | -0.1 | 20.1 | 19.90 | 2 |
+| <MaxValue>21</><MinValue decimalPlaces='1'>20</> | 1 | 1 | 0 | 21 | 20.0 | 1 |
+| <MaxValue linearUnit='inch'>1</><MinValue>20.5</> | true | 5.4 | 0.5 | 1 inch | 20.5 | 1 |
+| <DefinitionId>90</> | false | 0.3 | -0.2 |  |  | 1 |)");
+  Check(R"(it Diameter: <Tolerance>$1<DefinedAsLimit>$2</></>
+      nominal: <TargetValue>20</>
+      dimension/$3 = $4
+      dimension/$3Text = "$5"
+      listed = ["Tolerance"]
+| <MaxValue>0.3</> | false | upper | 0.3 | |
+| <MinValue>-0.1</> | false | lower | -0.1 | |
+| <MinValue decimalPlaces='1'>20</> | true | lower | 0 | 20.0|)");
+}
+
+TEST(HostValues, DecimalsAreThoseStatedOrElseThoseWritten) {
+  Check(R"(it Length:
+      nominal: <TargetValue $1>$2</>
+      dimension/precision = $3
+|  | 9 | 0 ||  | 9. | 0 ||  | 9.50 | 2 ||  | -.125 | 3 || decimalPlaces='3' | 9.5 | 3 |
+| decimalPlaces='1' | 9.50 | 1 |)");
+}
+
+TEST(HostValues, TextsRightAroundValuesTellBasicAndReferenceDimensionsAndFits) {
+  Check(R"x(it Diameter: <DimensionType>$1</>$2
+      nominal: <TargetValue>20</>
+      dimension/texts/prefix = $3
+      dimension/texts/suffix = $4
+      listed = [$5]
+| BASIC_OR_TED |  | "[" | "]" |  || REFERENCE_OR_AUXILIARY |  | "(" | ")" |  |
+| UNDEFINED |  | null | null |  |
+| REFERENCE_OR_AUXILIARY | <LimitsAndFitsSpecification><FormVariance>H</><Grade>7</></> | "(" | "H7)" | "LimitsAndFitsSpecification" |
+| UNDEFINED | <LimitsAndFitsSpecification><FormVariance>f</><Grade>8</></> | null | "f8" | "LimitsAndFitsSpecification" |)x");
+}
+
+TEST(HostValues, DrawnTextsAroundValuesAreTold) {
+  Check(R"(feature $1
+      it Length:
+      nominal: <TargetValue>8</><FeatureNominalIds><Id>23</></>
+      drawn: <Texts><Text><Data>$2</><XY>0 0</></></>
+      dimension/texts/before = $3
+      dimension/texts/after = $4
+      dimension/texts/holeCallout = $5
+| Plane: | 8 | null | null | null |
+| Plane: | 4X {DIAMETER}8 {PLUS_MINUS}0.1 DEEP | "4X" | "DEEP" | null |
+| Plane: | 2X R5 | "2X" | null | null || Plane: | TYP (SR.5 IN) | "TYP" | null | null |
+| Plane: | 45{DEGREE} BOTH SIDES | null | "BOTH SIDES" | null |
+| Plane: | 8 MM{BR}THRU | null | "THRU" | null || Plane: | 3 × {SQUARE}12 | "3 ×" | null | null |
+| Plane: | {COUNTERBORE}12 | "⌴" | null | "⌴12" || Plane: | {DEPTH}5 | "↧" | null | "↧5" |
+| Plane: | SLOT | null | null | null |
+| Group: <IsSpotface>true</> | SF 8 | "SF" | null | "SF 8" |
+| Group: <IsCounterboredHole>1</> | 8 | null | null | "8" |
+| Group: <IsCountersunkHole>true</> | 8 | null | null | "8" |
+| Group: <IsRunoutGroup>true</> | 8 | null | null | null |
+| Threaded: | M8 6H | "M" | "H" | "M8 6H" |)");
+}
+
+TEST(HostValues, ThreadsAreCalledOutByTheirTextOrTheirFields) {
+  Check(R"(it Thread: <ThreadSpecificationId>90</>
+      things: $1
+      dimension/type = "thread"
+      dimension/mainType = "thread"
+      dimension/texts/holeCallout = "$2"
+| <TextThreadSpecification id='90'><TextSpecification>M6x1</></> | M6x1 |
+| <SingleLeadSpecification id='90'><Diameter>.250</><ThreadSeries><ThreadSeriesEnum>UNC</></><ThreadToleranceClass><OtherThreadClass>2A</></><ThreadDensity>20</></> | .250-20-UNC-2A |)");
+  Check(R"(it Thread: <ThreadSpecificationId>90</>
+      things: <SingleLeadSpecification id='90'><Diameter>.250</><LeftHanded>true</></>
+      dimension/value = 0.25
+      dimension/precision = 3
+      listed = ["LeftHanded"])");
+  Check(R"(it Thread: <ThreadSpecificationId>90</>
+      listed = ["ThreadCharacteristicNominal"])");
+}
+
+TEST(HostValues, AnnotationsApplyToWhatTheirFeaturesComeDownTo) {
+  Check(R"(feature Group:
+      entities: <FeatureNominalIds><Id>22</><Id>21</></>
+      it $1:
+      nominal: <TargetValue>1</>$2
+      entities = [$3]
+| Length | <FeatureNominalIds><Id>21</></> | {"kind": "face", "label": "top"} |
+| Length | <FeatureNominalIds><Id>23</><Id>22</></> | {"label": "side"}, {"label": "top"} |
+| Length | <EntityInternalIds><Id>4</></> | {"kind": "edge", "label": "rim"} |
+| Length | <EntityInternalIds><Id>3</></> | {"kind": "vertex", "label": "tip"} |
+| Length | <EntityInternalIds><Id>9</></> | {"kind": "body", "label": "part"} |
+| DistanceBetween | <FeatureNominalPairs><FeaturePair><FirstFeature>21</><SecondFeature>22</></></> | {"label": "top"}, {"label": "side"} |
+| DistanceFrom | <FeatureNominalIds><Id>21</></><OriginReference><FeatureNominalId>22</></> | {"label": "top"}, {"label": "side"} |
+| DistanceFrom | <FeatureNominalIds><Id>21</></><OriginReference><DatumDefinitionId>11</></> | {"label": "top"}, {"label": "side"} |)");
+}
+
+TEST(HostValues, PmiIsReportedWithoutABodyAndOnAWireBody) {
+  Check(R"(body: $1
+      it Length:
+      nominal: <TargetValue>1</>$2
+      dimension/value = 1
+      entities = [$3]
+      listed = ["Vertex", $4"Face", "Face"]
+|  |  |  | "Vertex", "Vertex", "Edge", |
+| <Body id='9'><EdgeIds><Id>4</></></> | <EntityInternalIds><Id>4</></> | {"kind": "edge", "label": "rim"} |  |)");
+}
+
+TEST(HostValues, TolerancesAreOfTheirKind) {
+  for (const std::string kind :
+       {"Straightness",   "Flatness",      "Circularity", "Cylindricity", "Conicity",
+        "Sphericity",     "Ellipticity",   "Toroidicity", "OtherForm",    "LineProfile",
+        "SurfaceProfile", "PointProfile",  "Angularity",  "Parallelism",  "Perpendicularity",
+        "Position",       "Concentricity", "Coaxiality",  "Symmetry",     "CircularRunout",
+        "TotalRunout"}) {
+    CheckCase("it " + kind + ": <ToleranceValue>0.1</>\n tolerance/type = \"" +
+              static_cast<char>(std::tolower(kind[0])) + kind.substr(1) + "\"");
+  }
+  Check(R"(it SurfaceProfileNonUniform: <ToleranceValue>0.1</>
+      tolerance = {"type": "surfaceProfile", "allAround": false})");
+}
+
+TEST(HostValues, RowsHaveZonesModifiersAndRefinements) {
+  Check(R"(it Position: <ToleranceValue>0.2</><ZoneShape><$1/></>
+      tolerance/rows/0 = {"magnitude": 0.2, "valueType": "$2"}
+| DiametricalZone | diametrical || SphericalZone | spherical || NonDiametricalZone | none |)");
+  Check(R"(it Position: <ToleranceValue>0.2</><$1</>
+      tolerance/rows/0/modifiers = [{"type": "$2", "magnitude": $3}]
+| ZoneShape><NonDiametricalZone><BoundaryZone>true</></> | boundary | null |
+| MaterialCondition>MAXIMUM | maximumMaterial | null |
+| MaterialCondition>LEAST | leastMaterial | null |
+| MaterialCondition>REGARDLESS | regardlessOfFeatureSize | null |
+| MaterialCondition>MAXIMUM_RPR | maximumMaterialReciprocity | null |
+| MaterialCondition>LEAST_RPR | leastMaterialReciprocity | null |
+| FreeState>1 | freeState | null || TangentPlane>true | tangentPlane | null |
+| StatisticalCharacteristic>true | statisticalTolerance | null |
+| CommonZone>true | commonZone | null || EachRadialElement>true | eachRadialElement | null |
+| OrientationOnly>true | orientationOnly | null |
+| MaximumToleranceValue>0.4 | maximumTolerance | 0.4 |
+| ProjectedToleranceZoneValue>12 | projectedZone | 12 |
+| OuterDisposition>0.1 | unequallyDisposed | 0.1 |
+| UnequallyDisposedZone>-0.1 | unequallyDisposed | -0.1 |)");
+  Check(R"(it Position: <ToleranceValue>0.2</><MaterialCondition>NONE</><FreeState>false</>
+      tolerance/rows/0/modifiers = [])");
+  Check(
+      R"(it Position: <ToleranceValue>0.2</><ToleranceZonePer$1><ToleranceValuePerUnit>0.05</>$2</>
+      tolerance/rows/0 = {"magnitude": 0.2, "refinement": 0.05, "rateUnit1": $3, "rateUnit2": $4}
+| UnitLength | <UnitLength>25</> | 25 | 0 || UnitArcLength | <UnitLength>24</> | 24 | 0 |
+| UnitArea | <CircularUnitArea><CircularUnitAreaDiameter>8</></> | 8 | 0 |
+| UnitArea | <RectangularUnitArea><RectangularUnitAreaLength>25</><RectangularUnitAreaWidth>30</></> | 25 | 30 |
+| UnitAngle | <UnitAngle>3.141592653589793</> | 180 | 0 |
+| UnitPolarArea | <UnitAngle>3.141592653589793</><UnitLength>7</> | 180 | 7 |)");
+  // A value per unit alone is the row's. A row without a value is none.
+  Check(
+      R"(it Flatness: <ToleranceZonePerUnitLength><ToleranceValuePerUnit>0.05</><UnitLength>25</></>
+      tolerance/rows/0 = {"magnitude": 0.05, "refinement": 0, "rateUnit1": 25})");
+  Check(R"(it Position:
+      kind = "no annotation"
+      listed = ["PositionCharacteristicNominal"])");
+}
+
+TEST(HostValues, SegmentsOfACompositeFrameAreRowsOfTheirOwn) {
+  Check(R"(it Position: <ToleranceValue>0.4</>
+        <SecondCompositeSegmentPositionDefinition><ToleranceValue>0.3</>
+          <MaterialCondition>LEAST</><ProjectedToleranceZone>3</></>
+        <ThirdCompositeSegmentPositionDefinition><ToleranceValue>0.2</></>
+        <FourthCompositeSegmentPositionDefinition><ToleranceValue>0.1</>
+          <ZoneShape><SphericalZone/></></>
+      tolerance/rows = [{"magnitude": 0.4, "modifiers": []},
+        {"magnitude": 0.3, "modifiers": [{"type": "leastMaterial"},
+                                         {"type": "projectedZone", "magnitude": 3}]},
+        {"magnitude": 0.2, "valueType": "none"}, {"magnitude": 0.1, "valueType": "spherical"}])");
+}
+
+TEST(HostValues, ExtentsAreAFlagOrATextBelowTheFrame) {
+  Check(R"(it SurfaceProfile: <ToleranceValue>1</><Extent>$1</>
+      tolerance/allAround = $2
+      tolerance/notes/lower = $3
+| <ExtentEnum>ALL_AROUND</> | true | null |
+| <ExtentEnum>ALL_AROUND_THIS_SIDE</> | true | "ALL AROUND THIS SIDE" |
+| <ExtentEnum>ALL_OVER</> | false | "ALL OVER" || <ExtentEnum>UNDEFINED</> | false | null |
+| <OtherExtent>P to Q</> | false | "P to Q" |)");
+}
+
+TEST(HostValues, FramesNameTheirDatumsByPrecedenceAndSequence) {
+  Check(R"(it Position: <ToleranceValue>1</><DatumReferenceFrameId>30</>
+      datums: <DatumDefinition id="14"><DatumLabel>D</></>
+      frame: <Datum><SimpleDatum><DatumDefinitionId>13</></>
+          <Precedence><PrecedenceEnum>SECONDARY</></></>
+        <Datum><CompoundDatum>
+            <Datum><SimpleDatum><DatumDefinitionId>14</></><SequenceNumber>2</></>
+            <Datum><SimpleDatum><DatumDefinitionId>12</></><SequenceNumber>1</></></>
+          <Precedence><PrecedenceEnum>TERTIARY</></></>
+        <Datum><SimpleDatum><DatumDefinitionId>11</></>
+          <Precedence><PrecedenceEnum>PRIMARY</></></>
+      tolerance/rows/0/frame = {"note": "note", "references": [
+        {"label": "A", "datums": [{"label": "A", "modifiers": []}]},
+        {"label": "C", "datums": [{"label": "C"}]},
+        {"label": "B-D", "datums": [{"label": "B"}, {"label": "D"}]}]})");
+}
+
+TEST(HostValues, DatumsInFramesHaveTheirModifiers) {
+  Check(R"(it Position: <ToleranceValue>1</><DatumReferenceFrameId>30</>
+      frame: <Datum><SimpleDatum><DatumDefinitionId>11</><$1</></></>
+      tolerance/rows/0/frame/references/0/datums/0/modifiers = [{"type": "$2", "magnitude": $3}]
+| MaterialModifier>MAXIMUM | maximumMaterial | null |
+| MaterialModifier>LEAST | leastMaterial | null |
+| MaterialModifier>REGARDLESS | regardlessOfFeatureSize | null |
+| MaterialModifier>MAXIMUM_RPR | maximumMaterialReciprocity | null |
+| MaterialModifier>LEAST_RPR | leastMaterialReciprocity | null |
+| DatumTranslation><DatumTranslationAllowed>true</> | translation | null |
+| DatumFeatureSimulatorModifier><BasicSize>BASIC</> | basic | null |
+| ProjectedDatum>9 | projectedZone | 9 || DiameterModifier>PD | pitchDiameter | null |
+| DiameterModifier>MD | majorDiameter | null || DiameterModifier>LD | minorDiameter | null |
+| SectionModifier>ACS | anyCrossSection | null |
+| SectionModifier>ALS | anyLongitudinalSection | null |
+| SectionModifier>SCS | specificCrossSection | null |
+| ContactingFeature>true | contactingFeature | null |
+| DistanceVariable>true | distanceVariable | null || ReducedDatum>PT | point | null |
+| ReducedDatum>SL | straightLine | null || ReducedDatum>PL | plane | null |
+| ConstrainOrientation>true | orientationOnly | null |)");
+  // What has no place is listed, be it of a datum or of all in a compartment.
+  Check(R"(it Position: <ToleranceValue>1</><DatumReferenceFrameId>30</>
+      frame: <Datum>$1</>
+      listed = ["$2"]
+| <SimpleDatum><DatumDefinitionId>11</><DatumFixed>true</></> | DatumFixed |
+| <CompoundDatum><Datum><SimpleDatum><DatumDefinitionId>11</></></><ReducedDatum>PT</></> | ReducedDatum |)");
+}
+
+TEST(HostValues, DatumTargetsHaveTheirKindPlaceAndSize) {
+  Check(R"(zone $1
+      datumTarget = {"label": "it", "type": "$2", "point1": $3, "point2": $4, "note": "$5"}
+      entities = [{"label": "top"}]
+| Point: <Point>1 2 3</> | point | [1, 2, 3] | null |  |
+| CurveLine: <Line><StartPoint>1 2 3</><EndPoint>4 5 6</></> | line | [1, 2, 3] | [4, 5, 6] |  |
+| CurveCircular: <Circle><CenterPoint>1 2 3</><Diameter>4.50</></> | circle | [1, 2, 3] | null | ⌀4.50 |
+| AreaCircular: <Circle><CenterPoint>1 2 3</><Diameter>4.50</></> | circle | [1, 2, 3] | null | ⌀4.50 |
+| AreaCylindrical: <Cylinder><CenterPoint>1 2 3</><Diameter>4.50</></> | area | [1, 2, 3] | null | ⌀4.50 |
+| AreaSpherical: <Sphere><CenterPoint>1 2 3</><Diameter>4.50</></> | area | [1, 2, 3] | null | ⌀4.50 |
+| AreaIrregular: | area | null | null |  |
+| AreaRectangular: <Rectangle><Length>20</><CornerPoint>1 2 3</><Width>10</><WidthDirection>0 0 1</><LengthDirection>0 -1 0</></> | rectangle | [1, 2, 3] | [1, -18, 13] | 20x10 |)");
+  Check(R"(zone AreaIrregular: <FaceIds><Id>6</></>
+      datums: <DatumDefinition id="14"><DatumLabel>D</><DatumTargetIds><Id>50</></></>
+      entities = [{"label": "side"}]
+      /totals/datum = 4
+      /totals/datumTarget = 1)");
+}
+
+TEST(HostValues, TexturesHaveTheirFieldsInOrder) {
+  Check(R"(it SurfaceTexture: <RoughnessAverage>3.2</>
+      nominal: <Obtention>MACHINING_FORBIDDEN</><Applicability>BASIC_SURFACE</>
+        <MinimumMaterialRemoval>0.5</><ProductionMethod>MILLED</><Cutoff linearUnit="um">800</>
+        <SecondaryRoughnessParameter>6.3</><DirectionOfLay>RADIAL</><OtherSurfaceParameter>Rz 5</>
+      roughness = {"fields": ["3.2", "0.5", "MILLED", "800 um", "6.3", "R", "Rz 5"],
+                   "obtention": "machiningForbidden", "applicability": "basicSurface"})");
+  Check(R"(it SurfaceTexture:
+      nominal: <$1>$2</>
+      roughness/$3 = "$4"
+| DirectionOfLay | PARALLEL | fields/5 | = || DirectionOfLay | PERPENDICULAR | fields/5 | ⊥ |
+| DirectionOfLay | CROSS_HATCH | fields/5 | X |
+| DirectionOfLay | MULTI_DIRECTIONAL | fields/5 | M || DirectionOfLay | CIRCULAR | fields/5 | C |
+| DirectionOfLay | PARTICULATE | fields/5 | P |
+| Obtention | MACHINING_MANDATORY | obtention | machiningMandatory |
+| Obtention | UNDEFINED | obtention | unspecified |
+| Obtention | UNSUPPORTED | obtention | unknown |
+| Applicability | SPECIFIED_SURFACE_ONLY | applicability | specifiedSurfaceOnly |
+| Applicability | ALL_PART_SURFACES | applicability | allPartSurfaces |
+| Applicability | UNSUPPORTED | applicability | unknown |)");
+}
+
+TEST(HostValues, NotesHaveTheirOwnTextOrTheDrawnOne) {
+  Check(R"(note: $1
+      drawn: <Texts><Text><Data>A{DIAMETER}</><XY>5 0</></><Text><Data>$2</><XY>50 0</></>
+        <Text><Data>{Q}</><XY>8 0</></><Text><Data>C{BR}{NO SUCH}</><XY>5 -3</></></>
+      kind = "text"
+      texts/0/string = "$3"
+| <Text>own</> |  | own || <Text/> | B | A⌀B\nⓆ\nC\n{NO SUCH} ||  |  | A⌀Ⓠ\nC\n{NO SUCH} |)");
+  Check(R"(flags: <NoteFlag id="50" label="it" hidden="1"><Text>own</></>
+      kind = "flagNote"
+      hidden = true)");
+}
+
+TEST(HostValues, FontsHaveTheirStyleAndHeight) {
+  // 72 points are an inch; the plug-in answers in single precision.
+  Check(R"(note: <Text>own</>
+      fonts: <Font index="3" $1><Name>$2</><Size>72</></>
+      drawn: <Texts fontIndex="3" $3/>
+      texts/0/font = {"fixedPitch": $4, "bold": $5, "italic": $6, "underline": $7, "height": $8}
+|  | Sans |  | false | false | false | false | 25.399999618530273 |
+| bold='true' | Sans |  | false | true | false | false | 25.399999618530273 |
+| italic='1' | Sans | lineHeight='3.5' | false | false | true | false | 3.5 |
+| underline='true' | Sans Mono | lineHeight='0.5' | true | false | false | true | 0.5 |)");
+}
+
+TEST(HostValues, LinesAreDrawnInTheirPlane) {
+  Check(R"(it $1
+      drawn: <$2><StartPoint>1 2</><EndPoint>3 4</>$3</>
+      leaders = [$4]
+| Length: | Leader |  | {"tail": [6, 23, 30], "head": [8, 21, 30]} |
+| Length: | LeaderExtend | <PointExtension>7 8</> | {"tail": [2, 27, 30], "head": [8, 21, 30]} |
+| Length: | LeaderCircular | <Center>0 0</> | {"tail": [6, 23, 30], "head": [8, 21, 30]} |
+| Flatness: <ToleranceValue>1</> | LeaderDoubleHead | <HeadForm>NONE</><HeadForm2>ARROW_OPEN</><PointConnection>5 6</> | {"tail": [6, 23, 30], "head": [4, 25, 30]} |
+| Flatness: <ToleranceValue>1</> | LeaderDoubleHead | <HeadForm>ARROW_OPEN</><HeadForm2>NONE</><PointConnection>5 6</> | {"tail": [6, 23, 30], "head": [8, 21, 30]} |
+| Flatness: <ToleranceValue>1</> | LeaderDoubleHeadExtend | <HeadForm>ARROW_OPEN</><HeadForm2>ARROW_OPEN</><PointConnection>5 6</><PointExtension>7 8</> | {"tail": [2, 27, 30], "head": [8, 21, 30]}, {"tail": [2, 27, 30], "head": [4, 25, 30]} |)");
+  Check(R"(it Length:
+      drawn: $1
+      dimension/$2 = [$3]
+| <LeaderDoubleHead><StartPoint>1 2</><EndPoint>5 6</><PointConnection>5 6</></> | line | [1, 2], [5, 6] |
+| <WitnessLines><Segment1><StartPoint>1 2</><EndPoint>3 4</></><Segment2><StartPoint>5 6</><EndPoint>7 8</></></> | extensionLines | [1, 2], [5, 6], [3, 4] |
+| <WitnessLines><BeginPoint>1 2</><EndPoint>3 4</><CircleCenter>5 6</><CircleRadius>7</></> | extensionLines | [1, 2], [3, 4], [5, 6] |)");
+  Check(R"(it Flatness: <ToleranceValue>1</>
+      drawn: <LeaderExtend><StartPoint>1 2</><EndPoint>3 4</><PointExtension>7 8</><Modifier>$1</></>
+      tolerance/allAround = $2
+| ALL_AROUND | true || ALL_AROUND_FLAG | true || ALL_OVER | false |)");
+}
+
+TEST(HostValues, AnnotationsStandWhereTheirPlaneDoes) {
+  Check(R"(note: <Text>own</>
+      drawn:
+      /views/0/frame = {"origin": [10, 20, 30], "xAxis": [0, 1, 0], "yAxis": [-1, 0, 0]}
+      position = [0, 0]
+      depth = 0)");
+  // A direction of its own takes the place of the view's.
+  Check(R"(note: <Text>own</>
+      displays: <PMIDisplay><Plane><AnnotationViewId><Id>61</></><Direction>2 0 0</></>
+        <Reference><Id>50</></></>
+      /views/0/frame = {"origin": [0, 0, 0], "xAxis": [1, 0, 0], "yAxis": [0, 1, 0]})");
+}
+
+// No document has callouts: they stand in the view of their dimension.
+TEST(HostValues, CalloutsStandInTheViewOfTheirDimension) {
+  Model model;
+  model.part = std::make_unique<standin::Part>();
+  auto& callout = model.part->MakeCallout(callout_feature_depth, 1.5);
+  auto& dimension = model.part->AddDimension({&callout}, dim_linear, dim_sub_width, 1);
+  model.part->Place(callout, {10, 20, 30}, {0, 1, 0}, {0, 0, 1});
+  model.part->Place(dimension, {7, 24, 30}, {0, 1, 0}, {0, 0, 1});
+  model.part->Name(callout, L"it");
+  model.part->GetDocument().Add(callout);
+  const Json report = ReportOn(model);
+  EXPECT_EQ(At(report, "position"), Json({-4, -3}));
+  EXPECT_EQ(At(report, "dimension/calloutType"), "depth");
+}
+
+TEST(HostValues, TextsOutsideTheFrameOfAToleranceAreItsNotes) {
+  Check(R"(it Flatness: <ToleranceValue>1</>
+      drawn: <Texts><Text><Data>in</><XY>10 2</></><Text><Data>4X</><XY>-8 2</></>
+          <Text><Data>ST</><XY>16 2</></><Text><Data>P</><XY>1 8</></>
+          <Text><Data>Q</><XY>1 6</></><Text><Data>R</><XY>1 -3</></></>
+        <Frames><FrameRectangular><XY>0 0</><Width>6</><Height>4</></>
+          <FrameRectangular><XY>6 0</><Width>9</><Height>4</></></>
+      tolerance/notes = {"before": "4X", "after": "ST", "upper": "P\nQ", "lower": "R",
+                         "prefix": null, "suffix": null})");
+}
+
+TEST(HostValues, CapturesHaveTheirMembersCameraAndSection) {
+  Check(R"(note: <Text>own</>
+      view: <AnnotationVisibleIds><Id>50</></><BodyIds><Id>9</></>
+      /captures/0 = {"name": "view", "camera": null, "clippingPlane": null, "hiddenText": null}
+      /captures/0/members/count = 2)");
+  Check(R"(camera id='91' label='flat': <Near>-400</><Height>50</>
+      camera id='92' form='PERSPECTIVE': <Near>100</><Height>100</>
+      view: <CameraIds>$1</>
+      /captures/0/camera = {"type": "$2", "name": "$3", "viewAngle": $4, "zoom": $5,
+        "origin": $6, "target": $7, "viewDirection": [-1, 0, 0], "viewDirectionNormal": [0, 0, 1]}
+      listed = [$8]
+| <Id>91</> | parallel | flat | 0 | 0.02 | [410, 20, 30] | [10, 20, 30] |  |
+| <Id>91</><Id active='1'>92</> | perspective | view | 90 | 0.01 | [10, 20, 30] | [-90, 20, 30] | "SavedView" |)");
+  Check(R"(section: $1<SectionPlane><Plane><Point>1 2 3</><Normal>0 -1 0</></></>
+      view: <ZoneSectionId active="$2">95</>
+      /captures/0/clippingPlane = $3
+      listed = [$4]
+|  | true | {"point": [1, 2, 3], "normal": [0, -1, 0]} |  ||  | false | null | "SavedView" |
+| <SectionPlane><Plane><Point>4 5 6</><Normal>1 0 0</></></> | 1 | {"point": [4, 5, 6], "normal": [1, 0, 0]} | "SavedView" |)");
+}
+
+TEST(HostValues, ValuesThatOverflowAreListed) {
+  std::string cases = R"($1
+      nominal: $2
+      kind = "no annotation"
+      listed = ["$3"]
+| it Length: | <TargetValue linearUnit='km'>HUGE</> | LengthCharacteristicNominal |
+| it Length: | <TargetValue linearUnit='cubit'>1</> | LengthCharacteristicNominal |
+| it Length: <Tolerance><MaxValue>HUGE</><MinValue>0</><DefinedAsLimit>true</></> | <TargetValue>-HUGE</> | LengthCharacteristicNominal |
+| it Flatness: <ToleranceValue linearUnit='km'>HUGE</> |  | FlatnessCharacteristicNominal |
+| zone Point: <Point linearUnit='km'>1 2 HUGE</> |  | DatumTarget |
+| zone AreaRectangular: <Rectangle><Length>HUGE</><CornerPoint>1 2 3</><Width>1</><WidthDirection>0 0 1</><LengthDirection>0 -9 0</></> |  | DatumTarget |)";
+  Replace(cases, "HUGE", "17" + std::string(307, '0'));
+  Check(cases);
+  Check(R"(camera id='91': <Near>1</><Height>0.)" + std::string(320, '0') + R"(1</>
+      view: <CameraIds><Id>91</></>
+      /captures/0/camera = null
+      listed = ["SavedView"])");
+}
+
+TEST(HostValues, FourMillionAssociationsAreTheMost) {
+  const auto document = [](int notes) {
+    std::string faces, ids, all;
+    for (int i = 1000; i < 3000; ++i) {
+      faces += "<Face id='" + std::to_string(i) + "'/>";
+      ids += "<Id>" + std::to_string(i) + "</>";
+    }
+    for (int i = 3000; i < 3000 + notes; ++i) {
+      all += "<Note id='" + std::to_string(i) + "'><FeatureNominalIds><Id>23</></></>";
+    }
+    return Document({{"feature", {"Group", ""}},
+                     {"faces", {"", faces}},
+                     {"notes", {"", all}},
+                     {"entities", {"", "<EntityInternalIds>" + ids + "</>"}}});
+  };
+  EXPECT_NO_THROW(ReadQifText(document(1990), "it.qif"));
+  EXPECT_THROW(ReadQifText(document(2000), "it.qif"), ModelError);
+}
+
+TEST(HostValues, PluginsThatMakeNoExporterAreErrorsAndNothingOfThemStays) {
+  const Model model = ReadQifText(Document({}), "it.qif");
+  const long alive = standin::Count().liveEntities;
+  for (const auto& [plugin, says] :
+       {std::pair(EMPTY_PLUGIN, "result 0x0"), std::pair(LEAKING_PLUGIN, "result 0x1000001")}) {
+    try {
+      PluginLibrary(plugin).CreateExporter(model.part->GetDocument());
+      ADD_FAILURE() << plugin << " made one";
+    } catch (const PluginError& error) {
+      EXPECT_THAT(error.what(), testing::HasSubstr(says));
+    }
+    EXPECT_EQ(standin::Count().liveEntities, alive);
+  }
+}
+
+}  // namespace

@@ -125,8 +125,8 @@ TEST(HostHostile, DeepAndWideDocumentsEndInBoundedTimeAndMemory) {
   const std::string enormous(10000000, 'x');
   EXPECT_EQ(ErrorOf(Edited("<Name>Bore diameter<", "<Name>" + enormous + "<")), "");
   EXPECT_EQ(ErrorOf(Edited("<Name>Bore diameter<", "<Name><")), "");
-  EXPECT_NE(ErrorOf(std::string(1000, '\0')), "");
-  EXPECT_NE(ErrorOf("<!DOCTYPE a [<!ENTITY b \"&b;&b;\">]><QIFDocument>&b;</QIFDocument>"), "");
+  EXPECT_THAT(ErrorOf("<!DOCTYPE a [<!ENTITY b \"&b;&b;\">]><QIFDocument>&b;</QIFDocument>"),
+              HasSubstr("loop"));
 }
 
 }  // namespace

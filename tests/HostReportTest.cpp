@@ -1,69 +1,19 @@
-// The program as people run it, and the lines it prints.
+// The values that the program gives of models.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "SavedReports.h"
+#include "HostProgram.h"
 #include "report/Wide.h"
-#include "writers/text/Drawing.h"
-#include "writers/text/PrintText.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::json;
-using testing::AllOf;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
-std::string Read(const fs::path& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-struct Outcome {
-  int code;
-  std::string out, err;
-};
-
-class HostReport : public testing::Test {
- protected:
-  HostReport() : folder_(fs::temp_directory_path() / ("pmi_report_" + std::to_string(getpid()))) {
-    fs::create_directories(folder_);
-  }
-  ~HostReport() override { fs::remove_all(folder_); }
-
-  Outcome Run(const std::string& arguments) {
-    const std::string out = folder_ / "out";
-    const std::string err = folder_ / "err";
-    const int status = std::system((PROGRAM " " + arguments + " >" + out + " 2>" + err).c_str());
-    const Outcome outcome{WEXITSTATUS(status), Read(out), Read(err)};
-    if (outcome.out.rfind('{', 0) == 0) SaveReport(outcome.out);
-    return outcome;
-  }
-  // A file with `text`; its path.
-  std::string File(const std::string& name, const std::string& text) {
-    std::ofstream(folder_ / name, std::ios::binary) << text;
-    return folder_ / name;
-  }
-  // The bundled model with its first `from` become `to`.
-  std::string Edited(const std::string& from, const std::string& to) {
-    std::string text = Read(BUNDLED_MODEL);
-    const std::size_t at = text.find(from);
-    EXPECT_NE(at, std::string::npos) << from;
-    return File("edited.qif", text.replace(at, from.size(), to));
-  }
-
-  fs::path folder_;
-};
+using HostReport = HostProgram;
 
 const Json& AnnotationNamed(const Json& report, const std::string& name) {
   for (const Json& view : report.at("views")) {
@@ -77,8 +27,7 @@ const Json& AnnotationNamed(const Json& report, const std::string& name) {
 
 TEST_F(HostReport, BundledModelShowsEveryKindWithItsValues) {
   const Outcome run = Run("--json");
-  ASSERT_EQ(run.code, 0) << run.err;
-  EXPECT_THAT(run.err, IsEmpty());
+  ASSERT_TRUE(run.Reported()) << run.err;
   const Json report = Json::parse(run.out);
   EXPECT_EQ(report.at("totals"),
             Json::parse(R"({"text": 4, "roughness": 2, "geometricTolerance": 11, "dimension": 14,
@@ -140,67 +89,6 @@ TEST_F(HostReport, LimitsOfZeroAreToldFromNone) {
   }
 }
 
-TEST_F(HostReport, TextFormWritesAnnotationsAsADrawingDoes) {
-  const Outcome run = Run("");
-  ASSERT_EQ(run.code, 0) << run.err;
-  for (const char* line :
-       {"⌀35 +0.2/0\n", "⌀20.10/20.00\n", "⏥ | 0.1 / 0.05/25×25\n", "⌖ | ⌀0.3 Ⓜ | A | E Ⓜ | C-D\n",
-        "⌖ | ⌀0.4 Ⓜ | A | B | C / ⌀0.15 Ⓜ | A | B\n", "45° ±0.5°\n", "datum \"A\"  [A]\n",
-        "⌓ | 0.5 Ⓤ0.2 | A | B | C (all around)\n", "totals: captures 2"}) {
-    EXPECT_THAT(run.out, HasSubstr(line));
-  }
-}
-
-TEST_F(HostReport, BadModelGivesOneLineWithFileAndPlaceAndNothingOnStdout) {
-  const struct {
-    std::string path;
-    const char* says;
-  } cases[] = {
-      {"/nowhere/at/all.qif", "/nowhere/at/all.qif"},
-      {folder_, folder_.c_str()},
-      {File("empty.qif", ""), "empty.qif"},
-      {File("broken.qif", "<QIFDocument>\n  <Header>\n</QIFDocument>"), "broken.qif:3:"},
-      {File("other.qif", "<?xml version=\"1.0\"?>\n<drawing/>"), "other.qif:2:"},
-      {Edited("versionQIF=\"3.0.0\"", "versionQIF=\"2.1.0\""), "edited.qif:"},
-  };
-  for (const auto& bad : cases) {
-    const Outcome run = Run("--json " + bad.path);
-    EXPECT_EQ(run.code, 2) << bad.path;
-    EXPECT_THAT(run.out, IsEmpty());
-    EXPECT_THAT(run.err, AllOf(HasSubstr(bad.says), EndsWith("\n")));
-    EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
-  }
-}
-
-TEST_F(HostReport, BadPluginGivesItsOwnExitCodeWithTheReason) {
-  const struct {
-    const char* plugin;
-    const char* says;
-  } cases[] = {{"/nowhere/plugin.so", "/nowhere/plugin.so"},
-               {NO_PLUGIN, "KOVACreateOrvoPMIExporter"},
-               {FAILING_PLUGIN, "0x1000001"},
-               {RAISING_PLUGIN, "raised on purpose"}};
-  for (const auto& bad : cases) {
-    const Outcome run = Run(std::string("--plugin ") + bad.plugin);
-    EXPECT_EQ(run.code, 3) << bad.plugin;
-    EXPECT_THAT(run.out, IsEmpty());
-    EXPECT_THAT(run.err, HasSubstr(bad.says));
-  }
-}
-
-TEST_F(HostReport, SeveralModelsGiveALineEachAndGoOnAfterABadOne) {
-  const Outcome run =
-      Run("--json " BUNDLED_MODEL " " + File("bad.qif", "no model") + " " BUNDLED_MODEL);
-  EXPECT_EQ(run.code, 2);
-  EXPECT_THAT(run.err, HasSubstr("bad.qif"));
-  std::istringstream lines(run.out);
-  int reports = 0;
-  for (std::string line; std::getline(lines, line); ++reports) {
-    EXPECT_EQ(Json::parse(line).at("totals").at("dimension"), 14);
-  }
-  EXPECT_EQ(reports, 2);
-}
-
 TEST_F(HostReport, RealModelsGiveTheirTotals) {
   if (!fs::exists(REAL_MODELS)) GTEST_SKIP() << "no real models at " REAL_MODELS;
   const struct {
@@ -212,7 +100,7 @@ TEST_F(HostReport, RealModelsGiveTheirTotals) {
   for (const auto& model : cases) {
     if (!fs::exists(fs::path(REAL_MODELS) / model.file)) continue;
     const Outcome run = Run(std::string("--json " REAL_MODELS "/") + model.file);
-    ASSERT_EQ(run.code, 0) << run.err;
+    ASSERT_TRUE(run.Reported()) << run.err;
     const Json report = Json::parse(run.out);
     const Json& totals = report.at("totals");
     EXPECT_EQ(totals.at("dimension"), model.dimensions) << model.file;
@@ -223,25 +111,6 @@ TEST_F(HostReport, RealModelsGiveTheirTotals) {
     EXPECT_EQ(report.at("views").size(), static_cast<std::size_t>(model.views)) << model.file;
     for (const Json& view : report.at("views")) EXPECT_FALSE(view.at("frame").is_null());
   }
-}
-
-TEST(HostDrawing, NumbersAndLimitsAreAsShortAsTheyCanBe) {
-  EXPECT_EQ(DrawNumber(35), "35");
-  EXPECT_EQ(DrawNumber(-1e-13), "0");
-  EXPECT_EQ(DrawNumber(2e-7), "0.0000002");
-  EXPECT_EQ(DrawNumber(1e300).size(), 301U);
-  EXPECT_EQ(DrawNumber(std::nan("")), "?");
-  DimensionReport angle;
-  angle.mainType = "angular";
-  angle.value = 60;
-  angle.upper = 0.5;
-  angle.lower = -0.25;
-  EXPECT_EQ(DrawDimension(angle), "60° +0.5°/-0.25°");
-  EXPECT_EQ(DrawDimension(DimensionReport()), "");
-  DimensionReport limit;
-  limit.value = 0;
-  limit.upperText = "15.2";
-  EXPECT_EQ(DrawDimension(limit), "15.2");
 }
 
 TEST(HostWide, TextsOfEveryLengthOfCodeGoToUtf8AndBrokenOnesAreReplaced) {

@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (KOVACreateOrvoPMIExporter(&model.part->GetDocument(), &made) != 0) std::abort();
     const std::unique_ptr<KOVAPMIExporter> exporter(made);
     const ModelReport report = MakeReport(model, *exporter, "fuzz");
-    if (PrintText(report).empty() || PrintJson(report, "fuzz", -1).empty()) std::abort();
+    if (text::PrintText(report).empty() || PrintJson(report, "fuzz", -1).empty()) std::abort();
   } catch (const ModelError&) {
     // A document that no model can be made of.
   }

@@ -748,7 +748,7 @@ TEST(HostValues, ValuesThatOverflowAreListed) {
       listed = ["SavedView"])");
 }
 
-TEST(HostValues, FourMillionAssociationsAreTheMost) {
+TEST(HostValues, AssociationsAreLimitedInProportionToTheDocument) {
   const auto document = [](int notes) {
     std::string faces, ids, all;
     for (int i = 1000; i < 3000; ++i) {
@@ -763,8 +763,8 @@ TEST(HostValues, FourMillionAssociationsAreTheMost) {
                      {"notes", {"", all}},
                      {"entities", {"", "<EntityInternalIds>" + ids + "</>"}}});
   };
-  EXPECT_NO_THROW(ReadQifText(document(1990), "it.qif"));
-  EXPECT_THROW(ReadQifText(document(2000), "it.qif"), ModelError);
+  EXPECT_NO_THROW(ReadQifText(document(100), "it.qif"));
+  EXPECT_THROW(ReadQifText(document(110), "it.qif"), ModelError);
 }
 
 TEST(HostValues, PluginsThatMakeNoExporterAreErrorsAndNothingOfThemStays) {

@@ -716,8 +716,11 @@ TEST(HostValues, EachLossSaysHowGraveItIsAndWhichAnnotationItTouches) {
 |  | <TargetValue>1</><FeatureNominalIds><Id>98</></> | "lost WidthCharacteristicNominal 50/50 x1" |
 |  | <TargetValue>1</><FeatureNominalIds><Id>23</></> | "lost GroupFeatureNominal 23/50 x1" |
 
-product: <PartNoteSet><PartNote id="7"/></><PointCloudSet/><AssemblySet><a/><a/></>
-      account = ["ignored a / x2", "lost PartNote 7/ x1"]
+product: <PartNoteSet><PartNote id="7" label="it"><Text>Clean</></></><PointCloudSet/><AssemblySet><a/><a/></>
+      account = ["ignored a / x2"]
+      kind = "text"
+      entities = []
+      texts = [{"string": "Clean"}]
 
 feature Group:
       entities: <EntityInternalIds><Id>99</></>

@@ -42,11 +42,13 @@ class HostProgram : public testing::Test {
     const int status = std::system(("P='" PROGRAM "' F='" + folder_.string() + "'; { " + command +
                                     "\n} >'" + out + "' 2>'" + err + "'")
                                        .c_str());
-    const Outcome outcome{WEXITSTATUS(status), Read(out), Read(err)};
+    return {WEXITSTATUS(status), Read(out), Read(err)};
+  }
+  Outcome Run(const std::string& arguments) {
+    Outcome outcome = Shell("\"$P\" " + arguments);
     if (outcome.out.rfind('{', 0) == 0) SaveReport(outcome.out);
     return outcome;
   }
-  Outcome Run(const std::string& arguments) { return Shell("\"$P\" " + arguments); }
   // A file with `text`; its path.
   std::string File(const std::string& name, const std::string& text) {
     std::ofstream(folder_ / name, std::ios::binary) << text;

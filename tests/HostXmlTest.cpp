@@ -388,16 +388,16 @@ TEST(HostXml, MemoryStaysInProportionToAnyDocument) {
     std::string text;
     int code = 0;
   } documents[] = {
-      {"displays", Nested({"Product", "VisualizationSet", "PMIDisplaySet"}, nothing)},
+      {"displays", Nested({"Product", "VisualizationSet", "PMIDisplaySet"}, nothing), 4},
       {"assemblies", Nested({"Product", "AssemblySet"}, nothing)},
-      {"items", Nested({"Characteristics", "CharacteristicItems"}, nothing)},
+      {"items", Nested({"Characteristics", "CharacteristicItems"}, nothing), 4},
       {"items with ids",
-       Nested({"Characteristics", "CharacteristicItems"}, Numbered("Item", 600'000))},
+       Nested({"Characteristics", "CharacteristicItems"}, Numbered("Item", 600'000)), 4},
       {"vertices", Nested({"Product", "TopologySet", "VertexSet"}, Numbered("Vertex", 400'000))},
       {"a feature with a long name and bad references",
        With(With(Read(BUNDLED_MODEL), "<Name>Bore</Name>", "<Name>" + name + "</Name>"),
             "<EntityInternalIds n=\"2\"><Id>1711</Id>",
-            "<EntityInternalIds>" + Repeat("<Id>99999</Id>", 5000))},
+            "<EntityInternalIds>" + Repeat("<Id>99999</Id>", 5000)), 4},
       {"attributes", Nested({"Name"}, Repeat("<a b=''/>", 800'000))},
       {"many attributes", Nested({}, "<a " + Repeat("b='' ", 800'000) + "/>"), 2},
       {"many names", Nested({"Name"}, names), 2},

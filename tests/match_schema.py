@@ -16,11 +16,12 @@ jsonschema.Draft201909Validator.check_schema(schema)
 validator = jsonschema.Draft201909Validator(schema)
 matched = wrong = 0
 for path in sorted(pathlib.Path(sys.argv[2]).glob("*.json")):
-    text = path.read_text()
-    # A document over several lines, or one a line.
-    documents = [text] if text.startswith("{\n") else text.splitlines()
-    for document in documents:
-        errors = [error for top in validator.iter_errors(json.loads(document))
+    text = path.read_text().strip()
+    # One document behind another, each on a line or over several.
+    while text:
+        document, end = json.JSONDecoder().raw_decode(text)
+        text = text[end:].lstrip()
+        errors = [error for top in validator.iter_errors(document)
                   for error in [top, *top.context]]
         matched += not errors
         wrong += bool(errors)

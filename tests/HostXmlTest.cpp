@@ -61,19 +61,26 @@ std::string ReportOf(const std::string& text) {
   }
 }
 
-// Each value between two tags becomes what `edit` makes of it and of its element's name.
+// Each value between a start and an end tag becomes what `edit` makes of it and its element's name.
+// Values with references stay.
 std::string EditValues(
     const std::string& text,
     const std::function<std::string(const std::string&, const std::string&)>& edit) {
-  static const std::regex value("<([A-Za-z]+)([^<>]*[^<>/])?>([^<>&\\s][^<>&]*)</");
   std::string edited;
-  auto rest = text.cbegin();
-  for (std::sregex_iterator at(text.begin(), text.end(), value), end; at != end; ++at) {
-    edited.append(rest, (*at)[3].first);
-    edited += edit((*at)[1], (*at)[3]);
-    rest = (*at)[3].second;
+  std::size_t open = 0, close = 0;
+  for (std::size_t at = text.find('<'); at != std::string::npos; at = text.find('<', close)) {
+    const std::string value = text.substr(close, at - close);
+    const bool isWhole = text[at + 1] == '/' && std::isalpha(text[open + 1]) != 0;
+    const bool isPlain = value.find('&') == std::string::npos && text[close - 1] != '/' &&
+                         value.find_first_not_of(" \r\n") != std::string::npos;
+    const std::string name = text.substr(open + 1, text.find_first_of(" >", open) - open - 1);
+    edited += isWhole && isPlain ? edit(name, value) : value;
+    open = at;
+    close = text.find(text.compare(at, 4, "<!--") == 0 ? "-->" : ">", at);
+    close = text.find('>', close) + 1;
+    edited += text.substr(at, close - at);
   }
-  return edited.append(rest, text.cend());
+  return edited + text.substr(close);
 }
 
 // Puts `piece` behind the first character of each value.

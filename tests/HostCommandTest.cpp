@@ -48,7 +48,9 @@ TEST_F(HostCommand, ArgumentsHaveTheirExitCodesAndMessages) {
     int code;
     const char *out, *err;  // what they contain
   } cases[] = {
-      {nothing_, 0, "nothing.qif: QIF 3.0, no unit of length, angles written in radian; no PMI; nothing lost\n", ""},
+      {nothing_, 0,
+       "nothing.qif: QIF 3.0, no unit of length, angles written in radian; no PMI; nothing lost\n",
+       ""},
       {"--strict " + nothing_, 0, "nothing lost", ""},
       {"--summary " + lost_, 4, "; 6 datums, 4 datum targets, 11 tolerances, 1", " lost, "},
       {"--summary " + nothing_ + " " + bad_, 2, "\n", "bad.qif"},

@@ -129,7 +129,9 @@ Session::Answer Session::Ask(const std::string& model) const {
 
 ExitCode Session::Write(const ModelReport& report) {
   if (options_.json) {
-    WriteJson(PrintJson(report, kProgram, alone_ ? 2 : -1));
+    PrintJson(report, kProgram, alone_ ? 2 : -1,
+              [this](const std::string& piece) { WriteJson(piece); });
+    output_.Write("\n");
   } else if (!options_.summary) {
     text::Style style = options_.style;
     style.colour = output_.ShowsColour();
@@ -148,10 +150,10 @@ ExitCode Session::Write(const ModelReport& report) {
 
 void Session::WriteRefused(const std::string& file, const std::string& message) {
   if (alone_) return;
-  if (options_.json) WriteJson(PrintJsonError(file, message, kProgram, -1));
+  if (options_.json) WriteJson(PrintJsonError(file, message, kProgram, -1) + "\n");
   if (options_.summary) table_.AddRefused(file);
 }
 
 void Session::WriteJson(const std::string& json) {
-  output_.Write((output_.IsTerminal() ? text::EscapeControls(json) : json) + "\n");
+  output_.Write(output_.IsTerminal() ? text::EscapeControls(json) : json);
 }

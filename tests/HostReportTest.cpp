@@ -30,7 +30,7 @@ TEST_F(HostReport, BundledModelShowsEveryKindWithItsValues) {
   ASSERT_TRUE(run.Reported()) << run.err;
   const Json report = Json::parse(run.out);
   EXPECT_EQ(report.at("totals"),
-            Json::parse(R"({"text": 4, "roughness": 2, "geometricTolerance": 11, "dimension": 14,
+            Json::parse(R"({"text": 5, "roughness": 2, "geometricTolerance": 11, "dimension": 14,
                             "datum": 6, "datumTarget": 4, "flagNote": 1, "unknown": 0,
                             "captures": 2})"));
   const Json& bore = AnnotationNamed(report, "Bore diameter").at("dimension");

@@ -402,6 +402,7 @@ TEST(HostXml, MemoryStaysInProportionToAnyDocument) {
             "<EntityInternalIds n=\"2\"><Id>1711</Id>",
             "<EntityInternalIds>" + Repeat("<Id>99999</Id>", 5000)),
        4},
+      {"notes", Nested({"Product", "NoteSet"}, Numbered("Note", 200'000))},
       {"attributes", Nested({"Name"}, Repeat("<a b=''/>", 800'000))},
       {"many attributes", Nested({}, "<a " + Repeat("b='' ", 800'000) + "/>"), 2},
       {"many names", Nested({"Name"}, names), 2},

@@ -184,11 +184,10 @@ class Comparison:
                             ("DatumDefinitions/DatumDefinition", self.datum),
                             ("DatumTargetDefinitions/DatumTarget", self.target),
                             ("Product/NoteSet/Note", self.note),
-                            ("Product/NoteFlagSet/NoteFlag", self.note)):
+                            ("Product/NoteFlagSet/NoteFlag", self.note),
+                            ("Product/PartNoteSet/PartNote", self.note)):
             for element in self.doc.root.findall(path):
                 self.annotation(element, state)
-        for note in self.doc.root.findall("Product/PartNoteSet/PartNote"):
-            self.no_place(note.get("id"), "PartNote")
         self.check("-", "annotations", sorted(self.seen), sorted(self.reported))
         self.check("-", "entities", {i: sorted(self.applied[i]) for i in sorted(self.applied)},
                    {e["id"]: sorted(e["annotations"]) for e in self.report["entities"]})

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 // What a plug-in answered about one model. Texts are UTF-8; lengths are in the model's length unit,
@@ -118,6 +120,23 @@ struct RoughnessReport {
   std::vector<Text> fields;
 };
 
+// What only annotations of one kind have: takes no storage where it is absent. Copies share it.
+template <typename T>
+class Part {
+ public:
+  Part& operator=(T value) {
+    value_ = std::make_shared<T>(std::move(value));
+    return *this;
+  }
+  T& emplace() { return *(value_ = std::make_shared<T>()); }
+  explicit operator bool() const { return value_ != nullptr; }
+  T& operator*() const { return *value_; }
+  T* operator->() const { return value_.get(); }
+
+ private:
+  std::shared_ptr<T> value_;
+};
+
 struct AnnotationReport {
   std::string kind;
   Text id;  // persistent, as the plug-in answers it
@@ -129,11 +148,11 @@ struct AnnotationReport {
   Number depth;
   // Tail and head; not a number where the plug-in gave none.
   std::vector<std::array<Point3, 2>> leaders;
-  std::optional<DimensionReport> dimension;
-  std::optional<ToleranceReport> tolerance;
-  std::optional<DatumReport> datum;
-  std::optional<DatumTargetReport> datumTarget;
-  std::optional<RoughnessReport> roughness;
+  Part<DimensionReport> dimension;
+  Part<ToleranceReport> tolerance;
+  Part<DatumReport> datum;
+  Part<DatumTargetReport> datumTarget;
+  Part<RoughnessReport> roughness;
   std::vector<WrittenReport> written;
 };
 

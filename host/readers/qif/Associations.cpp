@@ -8,10 +8,6 @@ namespace qif {
 
 namespace {
 
-// Many more than any drawing has, and few enough to hold. References multiply: a feature of many
-// faces may be named by many annotations.
-constexpr std::size_t kMostAssociations = 4'000'000;
-
 bool IsTopology(const ENTITY* entity) {
   return is_FACE(entity) == 1 || is_EDGE(entity) == 1 || is_VERTEX(entity) == 1 ||
          is_BODY(entity) == 1;
@@ -65,7 +61,7 @@ std::vector<ENTITY*> Reading::EntitiesUnder(const std::vector<const ATTRIB*>& an
 
 void Reading::Spend(std::size_t associations) {
   associations_ += associations;
-  if (associations_ > kMostAssociations) {
+  if (associations_ > mostAssociations_) {
     document.Fail(document.Root(), "the document associates too many entities");
   }
 }

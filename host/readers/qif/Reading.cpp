@@ -1,5 +1,7 @@
 #include "readers/qif/Reading.h"
 
+#include <algorithm>
+
 #include <utility>
 
 namespace qif {
@@ -8,6 +10,13 @@ namespace {
 
 // Entries enough for any drawing; a larger document may have more, but less than it has itself.
 std::size_t MostEntries(std::size_t documentSize) { return 10'000 + documentSize / 200; }
+
+// Many more than any drawing has, and few enough to hold. References multiply: a feature of many
+// faces may be named by many annotations.
+std::size_t MostAssociations(std::size_t documentSize) {
+  constexpr std::size_t kMost = 4'000'000;
+  return std::min(200'000 + documentSize / 8, kMost);
+}
 
 Model EmptyModel() {
   Model model;
@@ -43,7 +52,8 @@ Reading::Reading(std::string_view text, const std::string& name)
       model(EmptyModel()),
       part(*model.part),
       all_(MostEntries(text.size())),
-      nowhere_(part.Collection({})) {
+      nowhere_(part.Collection({})),
+      mostAssociations_(MostAssociations(text.size())) {
   model.format = "QIF 3.0";
   model.linearUnit = units.LinearUnit();
   model.pmiLinearUnit = units.PmiLinearUnit();

@@ -127,6 +127,7 @@ class Reading {
   QENCOLLECTION& nowhere_;
   SharedByEntry features_, frames_;
   std::size_t associations_ = 0;
+  std::size_t mostAssociations_;
 };
 
 // --- Steps, in order -----------------------------------------------------------------------------

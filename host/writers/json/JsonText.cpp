@@ -18,6 +18,13 @@ void JsonText::Begin() {
   NewLine();
 }
 
+void JsonText::HandOn() {
+  constexpr std::size_t kPiece = 65536;
+  if (!sink_ || text_.size() < kPiece) return;
+  sink_(text_);
+  text_.clear();
+}
+
 JsonText& JsonText::Open(char bracket) {
   Begin();
   text_ += bracket;
@@ -52,5 +59,6 @@ JsonText& JsonText::Value(const nlohmann::ordered_json& value) {
     if (end < text.size()) NewLine();
     start = end + 1;
   }
+  HandOn();
   return *this;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
@@ -9,7 +10,10 @@
 // nlohmann::json::dump does with the same indent; bytes that are no UTF-8 are replaced.
 class JsonText {
  public:
-  explicit JsonText(int indent) : indent_(indent) {}
+  using Sink = std::function<void(const std::string&)>;
+
+  // With a sink, the text is handed on in pieces of whole values.
+  explicit JsonText(int indent, Sink sink = {}) : indent_(indent), sink_(std::move(sink)) {}
 
   // The bracket is '{' or '[', and the one that closes it.
   JsonText& Open(char bracket);
@@ -26,15 +30,17 @@ class JsonText {
     return Close(']');
   }
 
-  // The text so far; leaves none.
+  // The text that was not handed on so far; leaves none.
   std::string Take() { return std::move(text_); }
 
  private:
   // Begins a new item of what is open.
   void Begin();
+  void HandOn();
   void NewLine();
 
   int indent_;
+  Sink sink_;
   int depth_ = 0;
   bool isFirst_ = true;  // of what is open
   bool afterKey_ = false;

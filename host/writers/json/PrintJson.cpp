@@ -81,16 +81,17 @@ void WriteSource(const SourceReport& source, JsonText& text) {
 }
 
 // The document's beginning, which says what it is.
-JsonText Begin(const std::string& program, int indent) {
-  JsonText text(indent);
+JsonText Begin(const std::string& program, int indent, JsonText::Sink sink = {}) {
+  JsonText text(indent, std::move(sink));
   text.Open('{').Key("format").Value(kFormat).Key("program").Value(program);
   return text;
 }
 
 }  // namespace
 
-std::string PrintJson(const ModelReport& report, const std::string& program, int indent) {
-  JsonText text = Begin(program, indent);
+void PrintJson(const ModelReport& report, const std::string& program, int indent,
+               const std::function<void(const std::string&)>& sink) {
+  JsonText text = Begin(program, indent, sink);
   text.Key("totals").Value(report.totals);
   text.Key("views").Open('[');
   for (const ViewReport& view : report.views) WriteView(view, text);
@@ -99,7 +100,13 @@ std::string PrintJson(const ModelReport& report, const std::string& program, int
   text.Key("entities").List(report.entities, AppliedToJson);
   text.Key("source");
   WriteSource(report.source, text);
-  return text.Close('}').Take();
+  sink(text.Close('}').Take());
+}
+
+std::string PrintJson(const ModelReport& report, const std::string& program, int indent) {
+  std::string all;
+  PrintJson(report, program, indent, [&all](const std::string& piece) { all += piece; });
+  return all;
 }
 
 std::string PrintJsonError(const std::string& file, const std::string& error,

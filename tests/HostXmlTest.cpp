@@ -5,6 +5,8 @@
 #include <unistd.h>
 #include <zlib.h>
 
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -71,7 +73,8 @@ std::string EditValues(
   for (std::size_t at = text.find('<'); at != std::string::npos; at = text.find('<', close)) {
     const std::string value = text.substr(close, at - close);
     const bool isWhole = text[at + 1] == '/' && std::isalpha(text[open + 1]) != 0;
-    const bool isPlain = value.find('&') == std::string::npos && text[close - 1] != '/' &&
+    const bool isPlain = value.find('&') == std::string::npos &&
+                         text[std::max<std::size_t>(close, 2) - 2] != '/' &&
                          value.find_first_not_of(" \r\n") != std::string::npos;
     const std::string name = text.substr(open + 1, text.find_first_of(" >", open) - open - 1);
     edited += isWhole && isPlain ? edit(name, value) : value;

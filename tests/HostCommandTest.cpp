@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "HostProgram.h"
@@ -88,6 +89,32 @@ TEST_F(HostCommand, ArgumentsHaveTheirExitCodesAndMessages) {
     EXPECT_EQ(run.err.empty() && code >= 0, code == 0) << arguments;
     EXPECT_EQ(run.out.empty(), *out == '\0') << arguments;
   }
+}
+
+TEST_F(HostCommand, BundledModelShowsEveryKindWithItsValues) {
+  const Json report = Json::parse(Run("--json").out);
+  EXPECT_EQ(report.at("totals"),
+            Json::parse(R"({"text": 5, "roughness": 2, "geometricTolerance": 11, "dimension": 14,
+                            "datum": 6, "datumTarget": 4, "flagNote": 1, "unknown": 0,
+                            "captures": 2})"));
+  std::map<std::string, Json> named;
+  for (const Json& view : report.at("views")) {
+    for (const Json& each : view.at("annotations")) named[each.at("name")] = each;
+  }
+  const Json& bore = named["Bore diameter"].at("dimension");
+  EXPECT_EQ(Json({bore["type"], bore["value"], bore["upper"], bore["lower"]}),
+            Json({"diameter", 35, 0.2, 0}));
+  // .375 inch in a document in millimetres.
+  const Json& holes = named["Mounting hole diameter, 4X"].at("dimension");
+  EXPECT_NEAR(holes.at("value").get<double>(), 9.525, 1e-12);
+  EXPECT_TRUE(named["Wall thickness"].at("dimension").at("value").is_null());
+  const Json& position = named["Mounting hole position, composite"];
+  EXPECT_EQ(position.at("entities").size(), 4U);
+  EXPECT_EQ(position.at("tolerance").at("rows").size(), 2U);
+  EXPECT_EQ(named["A"].at("datum").at("targets"), Json({"A1", "A2", "A3"}));
+  EXPECT_EQ(named["Material note"].at("texts")[0].at("string"),
+            "MATERIAL: ALUMINIUM ALLOY\nHEAT TREATED\nANODISE 10 µm");
+  EXPECT_EQ(report.at("captures")[1].at("clippingPlane").at("normal"), Json({0.0, 1.0, 0.0}));
 }
 
 TEST_F(HostCommand, OfSeveralModelsTheWorstExitCodeCounts) {

@@ -20,16 +20,10 @@ inline AnnotationReport Annotation(const char* kind, const char* id, const char*
 inline AnnotationReport Bore() {
   AnnotationReport bore = Annotation("dimension", "10", "Bore");
   DimensionReport& dimension = bore.dimension.emplace();
-  dimension.type = "diameter";
-  dimension.mainType = "diametral";
-  dimension.calloutType = "hole";
-  dimension.tolerance = "plusMinus";
-  dimension.value = 9.525;
-  dimension.lower = -0.127;
-  dimension.upper = 0.127;
-  dimension.precision = 3;
-  dimension.tolerancePrecision = 4;
-  dimension.texts = {"p", "s", "4X", "THRU", "over", "under", "hole", "far below"};
+  // clang-format off
+  dimension = {"diameter", "diametral", "hole", "plusMinus", 9.525, 3, -0.127, 0.127, 4, {}, {},
+               {"p", "s", "4X", "THRU", "over", "under", "hole", "far below"}, {}, {}, {}};
+  // clang-format on
   dimension.line = {{{1, 2}, {3, 4}}};
   dimension.extensionLines = {{{5, 6}, {7, 8}, {9, 10}}};
   dimension.callouts.push_back({"19", "Sink", "countersink", 12});
@@ -94,22 +88,13 @@ inline ModelReport Everything() {
   AnnotationReport unknown;
   unknown.kind = "unknown";
   flat.annotations = {texture, note, flag, unknown};
-  CaptureReport& front = report.captures.emplace_back();
-  front.id = "90";
-  front.name = "Front";
-  front.hiddenText = "gone";
+  CaptureReport& front = report.captures.emplace_back(
+      CaptureReport{"90", "Front", "gone", {}, {{{{0, 0, 1}, {1, 0, 0}}}}, 7, {}});
   front.camera = {"Cam", "parallel", {1, 2, 3}, {4, 5, 6}, {0, 0, 1}, {0, 1, 0}, 30, 0.5};
-  front.clippingPlane = {{{0, 0, 1}, {1, 0, 0}}};
-  front.memberCount = 7;
-  for (const char* id : {"30", "10", "31", "50", "40"})
-    front.members.push_back({id, "M" + std::string(id)});
+  for (const std::string id : {"30", "10", "31", "50", "40"})
+    front.members.push_back({id, "M" + id});
   report.entities = {{Face(1), {"10", "20"}}, {Face(2), {"10"}}, {{"vertex", {}, {}}, {}}};
-  report.source.file = "part\x9b.qif";
-  report.source.format = "QIF 3.0";
-  report.source.linearUnit = "mm";
-  report.source.pmiLinearUnit = "inch";
-  report.source.pmiAngularUnit = "radian";
-  report.source.counts = {{"face", 6}};
+  report.source = {"part\x9b.qif", "QIF 3.0", "mm", "inch", "radian", {{"face", 6}}, {}};
   report.source.skipped = {{"ignored", "URI", "5", "", "no place", 4, 2},
                            {"lost", "Zone", "299", "20", "no number", 80, 1},
                            {"reduced", "Leader", "10", "10", "its arc", 70, 1},

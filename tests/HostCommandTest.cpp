@@ -271,8 +271,9 @@ TEST_F(HostCommand, ATerminalGetsColoursUnlessItIsAskedForNone) {
 TEST_F(HostCommand, ManyModelsAreSpreadOverJobsAndNoneIsLostOrDoneTwice) {
   if (std::system("parallel --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "parallel is missing";
   fs::create_directories(folder_ / "models/a b");
-  for (const char* name : {"1.qif", "2.qif", "a b/1.qif", "it's.qif"})
-    File("models/" + std::string(name), kNothing);
+  const std::string names[] = {"models/1.qif", "models/2.qif", "models/a b/1.qif",
+                               "models/it's.qif"};
+  for (const std::string& name : names) File(name, kNothing);
   File("models/bad.qif", "no model");
   const std::string line =
       "cd $F && PATH=$(dirname $P):$PATH && find models -name '*.qif' -print0 | sort -z | "
@@ -282,19 +283,16 @@ TEST_F(HostCommand, ManyModelsAreSpreadOverJobsAndNoneIsLostOrDoneTwice) {
   const Outcome first = Shell(line);
   EXPECT_EQ(first.code, 1) << "jobs failed";
   EXPECT_THAT(first.err, HasSubstr("models/bad.qif"));
-  const std::string all = "1\t0\n2\t0\n3\t0\n4\t2\n5\t0\n";
-  EXPECT_EQ(Shell("true" + jobs).out, all);
-  for (const char* name : {"1.qif", "2.qif", "a b/1.qif", "it's.qif"}) {
-    const Json report = Json::parse(Read(folder_ / "models" / (std::string(name) + ".json")));
-    EXPECT_EQ(report.at("source").at("file"), "models/" + std::string(name));
+  EXPECT_EQ(Shell("true" + jobs).out, "1\t0\n2\t0\n3\t0\n4\t2\n5\t0\n");
+  for (const std::string& name : names) {
+    EXPECT_EQ(Json::parse(Read(folder_ / (name + ".json"))).at("source").at("file"), name);
   }
   // Two jobs did not come to their end; they alone are done again.
   Shell("cd $F && sed -i '/1\\.qif/d' jobs.log && rm models/1.qif.json models/a*/*.json");
   File("models/2.qif.json", "kept");
-  EXPECT_EQ(Shell(line + jobs).out, all);
+  EXPECT_EQ(Shell(line + jobs).out, "1\t0\n2\t0\n3\t0\n4\t2\n5\t0\n");
   EXPECT_EQ(Read(folder_ / "models/2.qif.json"), "kept");
-  EXPECT_TRUE(fs::exists(folder_ / "models/1.qif.json") &&
-              fs::exists(folder_ / "models/a b/1.qif.json"));
+  for (int i : {0, 2}) EXPECT_TRUE(fs::exists(folder_ / (names[i] + ".json")));
 }
 
 }  // namespace

@@ -177,11 +177,6 @@ const struct {
                   "\n $1 = \" $2\n\"");
      }},
     {"booleans as numbers", [](Text t) { return All(t, "=\"true\"", "=\"1\""); }},
-    {"single quotes", [](Text t) { return All(t, "=\"([^\"'<>]*)\"", "='$1'"); }},
-    {"attributes the other way round",
-     [](Text t) {
-       return All(t, "<([A-Za-z]+) ([a-z]+=\"[^\"]*\") ([a-z]+=\"[^\"]*\")>", "<$1 $3 $2>");
-     }},
     {"attributes of others",
      [](Text t) {
        return All(t, "<([A-Za-z]+) (id|n)=", "<$1 xmlns:z=\"urn:z\" z:id=\"9\" z:n=\"x\" $2=");
@@ -192,8 +187,6 @@ const struct {
      [](Text t) {
        return All(t, "</([A-Za-z]+)>\n", "</$1><!-- <c a='> --><?p <?>") + "<!-- end -->\n";
      }},
-    {"empty elements with two tags",
-     [](Text t) { return All(t, "<([A-Za-z0-9]+)([^<>]*)/>", "<$1$2></$1>"); }},
     {"a DTD that is not loaded", [](Text t) {
        return With(t, "?>", "?><!DOCTYPE QIFDocument SYSTEM 'none.dtd' [<!ELEMENT Id ANY>]>");
      }}};
@@ -237,15 +230,10 @@ TEST(HostXml, WhatIsNotWellFormedIsRefusedWithItsPlace) {
       {"Bore &", With(model, name, "<Name>Bore & diameter</Name>"), "no name"},
       {"id=\"302\" label=\"", With(model, "id=\"302\"", "id=\"302\" label=\"<\""),
        "'<' not allowed"},
-      {"id=\"302\" id=\"303\"", With(model, "id=\"302\"", "id=\"302\" id=\"303\""), "redefined"},
       {"Bore&#1;", With(model, name, "<Name>Bore&#1;</Name>"), "xmlChar value 1"},
       {"<Name>\u00e4B", With(model, name, "<Name>\u00e4B\xF6re</Name>"), "0xF6"},
-      {"<Name>\u00e4C", With(model, name, "<Name>\u00e4C\x01re</Name>"), "Char value 1"},
       {"</Nome>", With(model, name, "<Name>Bore</Nome>"), "mismatch"},
       {"</QIFDocument>\n", model + "text", "Extra content"},
-      {"</QIFDocument>\n", model + "<!DOCTYPE a>", "Extra content"},
-      {"<!DOCTYPE a><", With(model, "<!--", "<!DOCTYPE a><!DOCTYPE b><!--"),
-       "invalid element name"},
       {"<q:Name", With(model, name, "<q:Name/>"), "prefix q"},
       {"Bore &none;", With(model, name, "<Name>Bore &none;</Name>"), "'none' not defined"},
       {"Bore &none;",
@@ -372,6 +360,7 @@ TEST(HostXml, DeepAndWideDocumentsEndInBoundedTime) {
   const std::pair<std::string, const char*> cases[] = {
       {Nested({}, Repeat("<a>", many) + Repeat("</a>", many)), "250 levels"},
       {Nested({}, Repeat("<Product/>", many)), "too many"},
+      {Nested({"Thing"}, Repeat("<a/>", 15'000)), "{"},
       {"<!DOCTYPE a [<!ENTITY b \"&b;&b;\">]><QIFDocument>&b;</QIFDocument>", "loop"},
       {With(model, "n=\"40\"", "n=\"18446744073709551615\""), "{"},
       {With(model, name, "<Name>" + std::string(10'000'000, 'x') + "<"), "{"},
@@ -415,7 +404,6 @@ TEST(HostXml, MemoryStaysInProportionToAnyDocument) {
       {"pieces of text", Nested({"Name"}, Repeat("x<!-- -->", 800'000))},
       {"pieces between elements", Nested({"Name"}, Repeat("x<a/>", 800'000))},
       {"entities of elements", bomb + Nested({}, Repeat("&a;", 50'000)), 2},
-      {"entities of elements in a small document", bomb + Nested({}, Repeat("&a;", 500)), 2},
       {"an entity of text",
        "<!DOCTYPE QIFDocument [<!ENTITY a '" + name + "'>]>" +
            Nested({"Name"}, Repeat("&a;", 50'000)),

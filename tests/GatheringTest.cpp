@@ -9,28 +9,6 @@ namespace {
 using standin::Fault;
 using standin::Part;
 
-TEST(Gathering, WalksABodyThenItsFacesEdgesAndVerticesOnce) {
-  Part part;
-  BODY &body = part.Body(), &next = part.Body();
-  FACE &top = part.Face(nullptr, &body), &side = part.Face(nullptr, &body);
-  EDGE &shared = part.Edge(nullptr, &top), &own = part.Edge(nullptr, &side);
-  entity_fields::edges(side).push_back(&shared);
-  auto& onNext = part.AddText(next, L"");
-  auto& onVertex = part.AddText(*own.end(), L"");
-  auto& onOtherVertex = part.AddText(*shared.start(), L"");
-  auto& onOwn = part.AddText(own, L"");
-  auto& onShared = part.AddText(shared, L"");
-  auto& onSide = part.AddText(side, L"");
-  auto& onTop = part.AddText(top, L"");
-  auto& onBody = part.AddText(body, L"");
-  const auto exporter = Export(part);
-  EXPECT_EQ(Annotations(*exporter), (Entities{&onBody, &onTop, &onSide, &onShared, &onOwn,
-                                              &onOtherVertex, &onVertex, &onNext}));
-  EXPECT_EQ(Owners(*exporter, onShared), Entities{&shared});
-  EXPECT_EQ(Owners(*exporter, onBody), Entities{&body});
-  EXPECT_EQ(Owners(*exporter, onVertex), Entities{own.end()});
-}
-
 // Parts are taken a batch at a time; none may be lost or met twice where a batch ends.
 TEST(Gathering, MeetsEveryPartOfABodyOfAnySize) {
   for (const int faces : {31, 32, 33, 64, 100}) {

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "HostProgram.h"
@@ -88,6 +89,32 @@ TEST_F(HostCommand, ArgumentsHaveTheirExitCodesAndMessages) {
     EXPECT_EQ(run.err.empty() && code >= 0, code == 0) << arguments;
     EXPECT_EQ(run.out.empty(), *out == '\0') << arguments;
   }
+}
+
+TEST_F(HostCommand, BundledModelShowsEveryKindWithItsValues) {
+  const Json report = Json::parse(Run("--json").out);
+  EXPECT_EQ(report.at("totals"),
+            Json::parse(R"({"text": 5, "roughness": 2, "geometricTolerance": 11, "dimension": 14,
+                            "datum": 6, "datumTarget": 4, "flagNote": 1, "unknown": 0,
+                            "captures": 2})"));
+  std::map<std::string, Json> named;
+  for (const Json& view : report.at("views")) {
+    for (const Json& each : view.at("annotations")) named[each.at("name")] = each;
+  }
+  const Json& bore = named["Bore diameter"].at("dimension");
+  EXPECT_EQ(Json({bore["type"], bore["value"], bore["upper"], bore["lower"]}),
+            Json({"diameter", 35, 0.2, 0}));
+  // .375 inch in a document in millimetres.
+  const Json& holes = named["Mounting hole diameter, 4X"].at("dimension");
+  EXPECT_NEAR(holes.at("value").get<double>(), 9.525, 1e-12);
+  EXPECT_TRUE(named["Wall thickness"].at("dimension").at("value").is_null());
+  const Json& position = named["Mounting hole position, composite"];
+  EXPECT_EQ(position.at("entities").size(), 4U);
+  EXPECT_EQ(position.at("tolerance").at("rows").size(), 2U);
+  EXPECT_EQ(named["A"].at("datum").at("targets"), Json({"A1", "A2", "A3"}));
+  EXPECT_EQ(named["Material note"].at("texts")[0].at("string"),
+            "MATERIAL: ALUMINIUM ALLOY\nHEAT TREATED\nANODISE 10 µm");
+  EXPECT_EQ(report.at("captures")[1].at("clippingPlane").at("normal"), Json({0.0, 1.0, 0.0}));
 }
 
 TEST_F(HostCommand, OfSeveralModelsTheWorstExitCodeCounts) {
@@ -244,8 +271,9 @@ TEST_F(HostCommand, ATerminalGetsColoursUnlessItIsAskedForNone) {
 TEST_F(HostCommand, ManyModelsAreSpreadOverJobsAndNoneIsLostOrDoneTwice) {
   if (std::system("parallel --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "parallel is missing";
   fs::create_directories(folder_ / "models/a b");
-  for (const char* name : {"1.qif", "2.qif", "a b/1.qif", "it's.qif"})
-    File("models/" + std::string(name), kNothing);
+  const std::string names[] = {"models/1.qif", "models/2.qif", "models/a b/1.qif",
+                               "models/it's.qif"};
+  for (const std::string& name : names) File(name, kNothing);
   File("models/bad.qif", "no model");
   const std::string line =
       "cd $F && PATH=$(dirname $P):$PATH && find models -name '*.qif' -print0 | sort -z | "
@@ -255,19 +283,16 @@ TEST_F(HostCommand, ManyModelsAreSpreadOverJobsAndNoneIsLostOrDoneTwice) {
   const Outcome first = Shell(line);
   EXPECT_EQ(first.code, 1) << "jobs failed";
   EXPECT_THAT(first.err, HasSubstr("models/bad.qif"));
-  const std::string all = "1\t0\n2\t0\n3\t0\n4\t2\n5\t0\n";
-  EXPECT_EQ(Shell("true" + jobs).out, all);
-  for (const char* name : {"1.qif", "2.qif", "a b/1.qif", "it's.qif"}) {
-    const Json report = Json::parse(Read(folder_ / "models" / (std::string(name) + ".json")));
-    EXPECT_EQ(report.at("source").at("file"), "models/" + std::string(name));
+  EXPECT_EQ(Shell("true" + jobs).out, "1\t0\n2\t0\n3\t0\n4\t2\n5\t0\n");
+  for (const std::string& name : names) {
+    EXPECT_EQ(Json::parse(Read(folder_ / (name + ".json"))).at("source").at("file"), name);
   }
   // Two jobs did not come to their end; they alone are done again.
   Shell("cd $F && sed -i '/1\\.qif/d' jobs.log && rm models/1.qif.json models/a*/*.json");
   File("models/2.qif.json", "kept");
-  EXPECT_EQ(Shell(line + jobs).out, all);
+  EXPECT_EQ(Shell(line + jobs).out, "1\t0\n2\t0\n3\t0\n4\t2\n5\t0\n");
   EXPECT_EQ(Read(folder_ / "models/2.qif.json"), "kept");
-  EXPECT_TRUE(fs::exists(folder_ / "models/1.qif.json") &&
-              fs::exists(folder_ / "models/a b/1.qif.json"));
+  for (int i : {0, 2}) EXPECT_TRUE(fs::exists(folder_ / (names[i] + ".json")));
 }
 
 }  // namespace

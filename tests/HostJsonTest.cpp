@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "EveryReport.h"
 #include "SavedReports.h"
 #include "report/EnumNames.h"
 #include "writers/json/PrintJson.h"
@@ -12,101 +13,16 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// A report in which no two values are the same.
-ModelReport EveryField() {
-  ModelReport report;
-  report.totals = {{"captures", 1},  {"datum", 2},    {"datumTarget", 3},
-                   {"dimension", 4}, {"flagNote", 5}, {"geometricTolerance", 6},
-                   {"roughness", 7}, {"text", 8},     {"unknown", 9}};
-  ViewReport& view = report.views.emplace_back();
-  view.id = "view 1";
-  view.frame = {{1, 2, 3}, {1, 0, 0}, {0, 1, 0}};
-  AnnotationReport note;
-  note.kind = "text";
-  note.id = "10";
-  note.name = "a note";
-  note.hidden = true;
-  note.texts = {{"words", FontReport{true, false, true, false, true, false, 3.5, 0.7, 15}},
-                {"bare", {}}};
-  note.entities = {{"face", "100", "top"}, {"edge", {}, {}}};
-  note.position = {4.5, 5.5};
-  note.depth = 6.5;
-  note.leaders = {{{{7, 8, 9}, {10, 11, 12}}}};
-  note.written = {{"value", ".375", "inch"}};
-  view.annotations.push_back(note);
-  AnnotationReport other;
-  other.kind = "dimension";
-  other.dimension = DimensionReport{"width",
-                                    "linear",
-                                    "hole",
-                                    "limits",
-                                    20.5,
-                                    1,
-                                    -0.1,
-                                    0.3,
-                                    2,
-                                    "20.8",
-                                    "20.4",
-                                    {"a", "b", "c", "d", "e", "f", "g", "h"},
-                                    std::array<Point2, 2>{{{1, 2}, {3, 4}}},
-                                    std::array<Point2, 3>{{{5, 6}, {7, 8}, {9, 10}}},
-                                    {{"11", "bore", "counterbore", 12.5}}};
-  view.annotations.push_back(other);
-  other = {};
-  other.kind = "geometricTolerance";
-  const ModifierReport modifier{"maximumMaterial", 0.25};
-  other.tolerance = ToleranceReport{"position",
-                                    false,
-                                    {{"diametrical",
-                                      0.5,
-                                      0.125,
-                                      25,
-                                      26,
-                                      {modifier},
-                                      FrameReport{"A B", {{"A", {{"12", "A", {{"basic", {}}}}}}}}},
-                                     {"none", {}, {}, {}, {}, {}, {}}},
-                                    {"p", "q", "r", "s", "t", "u"}};
-  view.annotations.push_back(other);
-  other = {};
-  other.kind = "datum";
-  other.datum = DatumReport{"B", {"B1", {}}, {"13", {}}};
-  view.annotations.push_back(other);
-  other = {};
-  other.kind = "datumTarget";
-  other.datumTarget = DatumTargetReport{"B1", "line", "⌀5", {{1, 2, 3}}, {{4, 5, 6}}};
-  view.annotations.push_back(other);
-  other = {};
-  other.kind = "roughness";
-  other.roughness = RoughnessReport{"machiningMandatory", "allPartSurfaces", {"3.2 um", {}}};
-  view.annotations.push_back(other);
-  report.views.emplace_back();
-  report.views.back().id = "view 2";
-  CaptureReport& capture = report.captures.emplace_back();
-  capture.id = "30";
-  capture.name = "front";
-  capture.hiddenText = "secret";
-  capture.camera = {"eye", "perspective", {1, 2, 3}, {4, 5, 6}, {0, 0, -1}, {0, 1, 0}, 45, 0.01};
-  capture.clippingPlane = {{{7, 8, 9}, {0, 0, 1}}};
-  capture.memberCount = 3;
-  capture.members = {{"10", "a note"}, {{}, "no id"}};
-  report.entities = {{{"face", "100", "top"}, {"10", {}}}, {{"vertex", {}, {}}, {}}};
-  report.source = {"part.qif",
-                   "QIF 3.0",
-                   "mm",
-                   "inch",
-                   "radian",
-                   {{"faces", 18}},
-                   {{"lost", "Length", "14", "15", "no value", 70, 2},
-                    {"reduced", "Plane", "", "", "r", 0, 4},
-                    {"ignored", "Measure", "", "", "s", 1, 8},
-                    {"lost", "Width", "", "", "t", 2, 16}}};
-  return report;
-}
-
 TEST(HostJson, EveryFieldStandsUnderItsKey) {
+  ModelReport report = Everything();
+  DimensionReport& bore = *report.views.at(0).annotations.at(0).dimension;
+  bore.upperText = "20.8";
+  bore.lowerText = "20.4";
+  report.captures.at(0).members.push_back({{}, "no id"});
+  report.source.skipped.push_back({"reduced", "Plane", "", "", "r", 0, 4});
   const Json expected = Json::parse(std::ifstream(EVERY_FIELD));
   for (const int indent : {-1, 0, 2}) {
-    const std::string text = PrintJson(EveryField(), "pmi_report 7", indent);
+    const std::string text = PrintJson(report, "pmi_report 7", indent);
     SaveReport(text);
     EXPECT_EQ(text, expected.dump(indent));
   }

@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 
+#include "HostDocuments.h"
 #include "SavedReports.h"
 
 // The program as people run it, in a folder of the test's own.
@@ -30,11 +30,6 @@ class HostProgram : public testing::Test {
   }
   ~HostProgram() override { std::filesystem::remove_all(folder_); }
 
-  static std::string Read(const std::filesystem::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-  }
   // What a command of the shell gives; in it, $P is the program and $F the folder.
   Outcome Shell(const std::string& command) {
     const std::string out = folder_ / "out";
@@ -56,10 +51,7 @@ class HostProgram : public testing::Test {
   }
   // The bundled model with its first `from` become `to`.
   std::string Edited(const std::string& from, const std::string& to) {
-    std::string text = Read(BUNDLED_MODEL);
-    const std::size_t at = text.find(from);
-    EXPECT_NE(at, std::string::npos) << from;
-    return File("edited.qif", text.replace(at, from.size(), to));
+    return File("edited.qif", With(Read(BUNDLED_MODEL), from, to));
   }
 
   std::filesystem::path folder_;

@@ -4,7 +4,9 @@
 
 #include <cmath>
 
+#include "EveryReport.h"
 #include "report/Select.h"
+#include "report/Wide.h"
 #include "writers/text/Clean.h"
 #include "writers/text/Drawing.h"
 #include "writers/text/PrintText.h"
@@ -15,114 +17,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-
-EntityReport Face(int number) {
-  return {"face", std::to_string(100 + number), "hole " + std::to_string(number)};
-}
-
-AnnotationReport Annotation(const char* kind, const char* id, const char* name) {
-  AnnotationReport annotation;
-  annotation.kind = kind;
-  annotation.id = id;
-  annotation.name = name;
-  return annotation;
-}
-
-AnnotationReport Bore() {
-  AnnotationReport bore = Annotation("dimension", "10", "Bore");
-  DimensionReport& dimension = bore.dimension.emplace();
-  dimension.type = "diameter";
-  dimension.mainType = "diametral";
-  dimension.calloutType = "hole";
-  dimension.tolerance = "plusMinus";
-  dimension.value = 9.525;
-  dimension.lower = -0.127;
-  dimension.upper = 0.127;
-  dimension.precision = 3;
-  dimension.tolerancePrecision = 4;
-  dimension.texts = {"p", "s", "4X", "THRU", "over", "under", "hole", "far below"};
-  dimension.line = {{{1, 2}, {3, 4}}};
-  dimension.extensionLines = {{{5, 6}, {7, 8}, {9, 10}}};
-  dimension.callouts.push_back({"19", "Sink", "countersink", 12});
-  bore.entities = {Face(1), Face(2), Face(3), Face(4), Face(5)};
-  bore.hidden = true;
-  bore.position = {0.5, -1};
-  bore.depth = 2;
-  bore.leaders = {{{{1, 2, 3}, {4, 5, 6}}}};
-  bore.written = {{"value", ".375", "inch"}, {"upper", ".005", "inch"}};
-  return bore;
-}
-
-AnnotationReport Position() {
-  AnnotationReport position = Annotation("geometricTolerance", "20", "Holes");
-  ToleranceReport& tolerance = position.tolerance.emplace();
-  tolerance.type = "position";
-  tolerance.allAround = false;
-  RowReport& row = tolerance.rows.emplace_back();
-  row.valueType = "diametrical";
-  row.magnitude = 0.4;
-  row.modifiers = {{"maximumMaterial", {}}};
-  row.frame.emplace().references = {{"A", {{"30", "A", {}}}},
-                                    {"B", {{"31", "B", {}}, {"32", "C", {}}}}};
-  RowReport& second = tolerance.rows.emplace_back();
-  second.magnitude = 0.1;
-  second.refinement = 0.05;
-  second.rateUnit1 = second.rateUnit2 = 25;
-  tolerance.notes = {"b", "a", "4X", "l", "p", "s"};
-  position.depth = 3;
-  position.entities = {Face(1), {"edge", "201", {}}};
-  return position;
-}
-
-ModelReport Everything() {
-  ModelReport report;
-  report.totals = {{"dimension", 1},   {"datum", 2},     {"geometricTolerance", 1},
-                   {"datumTarget", 1}, {"roughness", 1}, {"text", 1},
-                   {"flagNote", 1},    {"unknown", 1},   {"captures", 1}};
-  ViewReport& view = report.views.emplace_back();
-  view.id = "7";
-  view.frame = {{0, 0, 5}, {1, 0, 0}, {0, 1, 0}};
-  AnnotationReport b = Annotation("datum", "31", "Second");
-  b.datum.emplace().label = "B";
-  AnnotationReport a = Annotation("datum", "30", "A");
-  a.datum.emplace() = {"A", {"A1", "A2"}, {"35", "36"}};
-  AnnotationReport target = Annotation("datumTarget", "35", "A1");
-  target.datumTarget = {"A1", "line", "⌀8", Point3{1, 2, 3}, Point3{4, 5, 6}};
-  target.entities = {{"body", {}, "part"}};
-  view.annotations = {Bore(), Position(), b, a, target};
-  ViewReport& flat = report.views.emplace_back();
-  flat.id = "view 2";
-  AnnotationReport texture = Annotation("roughness", "40", "Texture");
-  texture.roughness = {"machiningMandatory", "allPartSurfaces", {"Ra 1.6", "", "MILLED"}};
-  AnnotationReport note = Annotation("text", "50", "Note");
-  note.texts = {
-      {"LINE\nTWO\x1b[31m\u202E", FontReport{true, true, true, true, true, true, 3.5, 1, 15}}};
-  AnnotationReport flag = Annotation("flagNote", "60", "Flag");
-  flag.texts = {{"1", {}}};
-  AnnotationReport unknown;
-  unknown.kind = "unknown";
-  flat.annotations = {texture, note, flag, unknown};
-  CaptureReport& front = report.captures.emplace_back();
-  front.id = "90";
-  front.name = "Front";
-  front.hiddenText = "gone";
-  front.camera = {"Cam", "parallel", {1, 2, 3}, {4, 5, 6}, {0, 0, 1}, {0, 1, 0}, 30, 0.5};
-  front.clippingPlane = {{{0, 0, 1}, {1, 0, 0}}};
-  front.memberCount = 7;
-  for (const char* id : {"30", "10", "31", "50", "40"})
-    front.members.push_back({id, "M" + std::string(id)});
-  report.source.file = "part\x9b.qif";
-  report.source.format = "QIF 3.0";
-  report.source.linearUnit = "mm";
-  report.source.pmiLinearUnit = "inch";
-  report.source.pmiAngularUnit = "radian";
-  report.source.counts = {{"face", 6}};
-  report.source.skipped = {{"ignored", "URI", "5", "", "no place", 4, 2},
-                           {"lost", "Zone", "299", "20", "no number", 80, 1},
-                           {"reduced", "Leader", "10", "10", "its arc", 70, 1},
-                           {"lost", "Zone", "30", "30", "no number", 12, 2}};
-  return report;
-}
 
 TEST(HostText, AReportOpensWithAHeadAndGoesOnByKind) {
   EXPECT_EQ(
@@ -137,8 +31,8 @@ Datum targets
   (A1)  line at (1, 2, 3) to (4, 5, 6)  note "⌀8"  id 35  on body "part"
 
 Tolerances
-  "Holes"  ⌖ | ⌀0.4 Ⓜ | A | B-C / 0.1 / 0.05/25×25  before "b"  after "a"  above "4X"  below "l"
-      prefix "p"  suffix "s"  id 20  on face "hole 1", edge id 201
+  "Holes"  ⌖ | ⌀0.4 Ⓜ Ⓟ7 | A | B-C Ⓛ / 0.1 / 0.05/25×26  before "b"  after "a"  above "4X"
+      below "l"  prefix "p"  suffix "s"  id 20  on face "hole 1", edge id 201
 
 Dimensions
   "Bore"  4X p⌀9.525 ±0.127s THRU  above "over"  below "under"  hole callout "hole"
@@ -149,7 +43,7 @@ Surface textures
   "Texture"  √ Ra 1.6 MILLED  id 40
 
 Notes
-  "Note"  "LINE⏎TWO�[31m�"  id 50
+  "Note"  "LINE⏎TWO�[31m�"  "bare"  id 50
 
 Flag notes
   "Flag"  "1"  id 60
@@ -184,8 +78,8 @@ TEST(HostText, VerboseReportsHoldEverything) {
 )",
                             "\n      depth 3\n",
                             "\n      obtention machiningMandatory, applicability allPartSurfaces\n",
-                            "\n      font height 3.5 ratio 1 slant 15 fixed bold italic underline "
-                            "strike-through overline\n",
+                            "\n      font height 3.5 ratio 0.7 slant 15 fixed italic strike-through"
+                            "\n      font height 2 ratio 1 slant 5 bold underline overline\n",
                             R"("M50" id 50, "M40" id 40
       clipped  id 90
       camera "Cam" parallel at (1, 2, 3) to (4, 5, 6) along (0, 0, 1) up (0, 1, 0) angle 30 zoom 0.5
@@ -236,7 +130,6 @@ TEST(HostText, AnnotationsAreGroupedByViewFaceOrCapture) {
 
 TEST(HostText, SelectionsLeaveWhatIsWantedAndWhatTellsOfTheModel) {
   ModelReport report = Everything();
-  report.entities = {{Face(1), {"10", "20"}}, {Face(2), {"10"}}};
   const ModelReport whole = report;
   EXPECT_THAT(Select({{"datum"}, {"Front", "nope", "91"}}, report), ElementsAre("nope", "91"));
   EXPECT_EQ(text::PrintText(report), text::PrintText(whole));
@@ -327,6 +220,11 @@ TEST(HostText, NothingThatATerminalObeysComesThrough) {
   for (const auto& [raw, clean] : cases) EXPECT_EQ(text::OneLine(raw), clean);
   EXPECT_EQ(text::EscapeControls("{\"é\": \"\u009b\x7f\u2066\"}\n"),
             "{\"é\": \"\\u009b\\u007f\\u2066\"}\n");
+}
+
+TEST(HostText, TextsOfEveryLengthOfCodeGoToUtf8AndBrokenOnesAreReplaced) {
+  EXPECT_EQ(ToUtf8(L"µ ⌀ \U0001F4D0 \U0010FFFD"), "µ ⌀ \xF0\x9F\x93\x90 \xF4\x8F\xBF\xBD");
+  EXPECT_EQ(ToUtf8(std::wstring{static_cast<wchar_t>(0xD800)}), "\xEF\xBF\xBD");
 }
 
 TEST(HostDrawing, NumbersAndLimitsAreAsShortAsTheyCanBe) {

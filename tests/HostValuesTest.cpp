@@ -5,13 +5,9 @@
 #include <cmath>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "MakeReport.h"
-#include "plugin/PluginLibrary.h"
-#include "readers/qif/QifReader.h"
+#include "HostDocuments.h"
 #include "standin/Control.h"
-#include "writers/json/PrintJson.h"
 
 namespace {
 
@@ -67,13 +63,6 @@ void Replace(std::string& text, const std::string& from, const std::string& to) 
   for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
     text.replace(at, from.size(), to);
   }
-}
-
-Json ReportOn(const std::string& document) {
-  static const PluginLibrary plugin(PLUGIN);
-  const Model model = ReadQifText(document, "it.qif");
-  const auto exporter = plugin.CreateExporter(model.part->GetDocument());
-  return Json::parse(PrintJson(MakeReport(model, *exporter, "it.qif"), "tests", -1));
 }
 
 // The document with pieces, whose word and text stand at their place.
@@ -184,7 +173,8 @@ void CheckCase(const std::string& text) {
   if (pieces.count("displays") + pieces.count("drawn") + values.count("account") == 0) {
     values.insert({"listed", Json::array()});
   }
-  const Json report = ReportOn(Document(pieces));
+  const Model model = ReadQifText(Document(pieces), "it.qif");
+  const Json report = Json::parse(PrintJson(ReportOn(model), "tests", -1));
   for (const auto& [path, want] : values) {
     const Json got = At(report, path);
     EXPECT_TRUE(IsLike(want, got)) << path << " is " << got << ", not " << want << " in\n"
@@ -327,6 +317,11 @@ it Diameter: <Tolerance>$1<DefinedAsLimit>$2</></>
 | <MaxValue>0.3</> | false | upper | 0.3 | || <MinValue>-0.1</> | false | lower | -0.1 | |
 | <MinValue decimalPlaces='1'>20</> | true | lower | 0 | 20.0|
 
+it Diameter: $1
+      nominal: <TargetValue>20</>
+      dimension = {"tolerance": "$2", "upper": $3, "lower": $3, "tolerancePrecision": $3}
+| <Tolerance><MaxValue>0</><MinValue>0</></> | plusMinus | 0 ||  | none | null |
+
 it Length:
       nominal: <TargetValue $1>$2</>
       dimension/precision = $3
@@ -337,12 +332,12 @@ it Length:
 TEST(HostValues, TextsRightAroundValuesTellBasicAndReferenceDimensionsAndFits) {
   Check(R"x(it Diameter: <DimensionType>$1</>$2
       nominal: <TargetValue>20</>
-      dimension/texts = {"prefix": $3, "suffix": $4}
-      listed = [$5]
-| BASIC_OR_TED |  | "[" | "]" |  || REFERENCE_OR_AUXILIARY |  | "(" | ")" |  |
-| UNDEFINED |  | null | null |  |
-| REFERENCE_OR_AUXILIARY | <LimitsAndFitsSpecification><FormVariance>H</><Grade>7</></> | "(" | "H7)" | "LimitsAndFitsSpecification" |
-| UNDEFINED | <LimitsAndFitsSpecification><FormVariance>f</><Grade>8</></> | null | "f8" | "LimitsAndFitsSpecification" |)x");
+      dimension = {"texts": {"prefix": $3, "suffix": $4}, "tolerance": "$5", "upper": null}
+      listed = [$6]
+| BASIC_OR_TED |  | "[" | "]" | basic |  || REFERENCE_OR_AUXILIARY |  | "(" | ")" | reference |  |
+| UNDEFINED |  | null | null | none |  |
+| REFERENCE_OR_AUXILIARY | <LimitsAndFitsSpecification><FormVariance>H</><Grade>7</></> | "(" | "H7)" | reference | "LimitsAndFitsSpecification" |
+| UNDEFINED | <LimitsAndFitsSpecification><FormVariance>f</><Grade>8</></> | null | "f8" | none | "LimitsAndFitsSpecification" |)x");
 }
 
 TEST(HostValues, DrawnTextsAndThreadsAreTold) {
@@ -381,8 +376,9 @@ it Thread: <ThreadSpecificationId>90</>
 }
 
 TEST(HostValues, AnnotationsApplyToWhatTheirFeaturesComeDownTo) {
+  // The group is one of its own features too.
   Check(R"(feature Group:
-      entities: <FeatureNominalIds><Id>22</><Id>21</></>
+      entities: <FeatureNominalIds><Id>22</><Id>23</><Id>21</></>
       it $1:
       nominal: <TargetValue>1</>$2
       entities = [$3]
@@ -547,7 +543,8 @@ TEST(HostValues, DatumTargetsHaveTheirKindPlaceAndSize) {
 | AreaRectangular: <Rectangle><Length>20</><CornerPoint>1 2 3</><Width>10</><WidthDirection>0 0 1</><LengthDirection>0 -1 0</></> | rectangle | [1, 2, 3] | [1, -18, 13] | 20x10 |
 
 zone AreaIrregular: <FaceIds><Id>6</><Id>5</></>
-      datums: <DatumDefinition id="14"><DatumLabel>D</><DatumTargetIds><Id>50</></></>
+      datums: <DatumDefinition id="14"><DatumLabel>D</><DatumTargetIds><Id>50</></><Other>1</></>
+      listed = ["Other"]
       entities = [{"label": "side"}, {"label": "top"}]
       /entities = [{"id": "6", "annotations": ["11", "50", "14"]},
                    {"id": "5", "annotations": ["50", "14"]}]
@@ -704,7 +701,14 @@ note: <Text>own</>
 }
 
 TEST(HostValues, EachLossSaysHowGraveItIsAndWhichAnnotationItTouches) {
-  Check(R"(feature Group:
+  Check(R"(note: <Text>own</>
+      displays: <PMIDisplay><Plane><AnnotationViewId><Id>$1</></><Origin>$2</></>$3
+        <Reference><Id>$4</></></>
+      account = ["lost PMIDisplay $4/$5 x1"]
+| 61 | 0 0 INF |  | 50 | 50 || 61 | 0 0 |  | 50 | 50 || 97 | 0 0 0 |  | 50 | 50 |
+| 61 | 0 0 0 |  | 98 |  || 61 | 0 0 0 | <Leader><StartPoint>here</><EndPoint>5 0</></> | 50 | 50 |
+
+feature Group:
       entities: <EntityInternalIds><Id>99</></>
       it Width: <Tolerance><MaxValue>1</><MinValue>0</></>$1
       nominal: $2
@@ -723,10 +727,11 @@ product: <PartNoteSet><PartNote id="7" label="it"><Text>Clean</></></><PointClou
       texts = [{"string": "Clean"}]
 
 feature Group:
-      entities: <EntityInternalIds><Id>99</></>
+      entities: <EntityInternalIds><Id>99</></><FeatureNominalIds><Id>97</></>
       note: <EntityInternalIds><Id>23</></>
       notes: <Note id="51"><EntityInternalIds><Id>23</><Id>98</><Id>98</></></>
-      account = ["lost GroupFeatureNominal 23/51 x1", "lost Note 51/51 x2",
+      account = ["lost GroupFeatureNominal 23/51 x1", "lost GroupFeatureNominal 23/51 x1",
+                 "lost Note 51/51 x2", "lost GroupFeatureNominal 23/50 x1",
                  "lost GroupFeatureNominal 23/50 x1"])");
 }
 

@@ -4,11 +4,9 @@
 
 #include <map>
 
-#include "MakeReport.h"
+#include "HostDocuments.h"
 #include "SavedReports.h"
 #include "framework_pmi/KOVADefaultPMIExporter.h"
-#include "plugin/PluginLibrary.h"
-#include "writers/json/PrintJson.h"
 
 namespace {
 
@@ -21,9 +19,7 @@ class HostWalk : public testing::Test {
   HostWalk() { model_.part = std::make_unique<standin::Part>(); }
 
   ModelReport Report() {
-    const PluginLibrary plugin(PLUGIN);
-    const auto exporter = plugin.CreateExporter(model_.part->GetDocument());
-    ModelReport report = MakeReport(model_, *exporter, "part");
+    ModelReport report = ReportOn(model_);
     SaveReport(PrintJson(report, "pmi_report 0", -1));
     return report;
   }

@@ -1,4 +1,5 @@
-// Documents written otherwise than usual, which say the same, and documents that are no XML.
+// Documents written otherwise than usual, which say the same, and documents that are damaged, no
+// XML, or nothing that anybody would write in good faith.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -8,36 +9,20 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <limits>
 #include <regex>
-#include <sstream>
 
-#include "MakeReport.h"
-#include "plugin/PluginLibrary.h"
-#include "readers/qif/QifReader.h"
+#include "HostDocuments.h"
 #include "readers/qif/Xml.h"
-#include "writers/json/PrintJson.h"
+#include "standin/Control.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-std::string Read(const fs::path& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-// The first `from` become `to`.
-std::string With(std::string text, const std::string& from, const std::string& to) {
-  const std::size_t at = text.find(from);
-  EXPECT_NE(at, std::string::npos) << from;
-  return text.replace(at, from.size(), to);
-}
 
 std::string All(const std::string& text, const char* from, const char* to) {
   return std::regex_replace(text, std::regex(from), to);
@@ -50,15 +35,17 @@ std::string Repeat(const std::string& text, std::size_t times) {
   return all;
 }
 
-// The whole report, but for lines, which a rewritten document has other ones of.
+// The whole report, but for lines, which a rewritten document has other ones of; or the one line
+// that says why there is none.
 std::string ReportOf(const std::string& text) {
-  static const PluginLibrary plugin(PLUGIN);
+  const long alive = standin::Count().liveEntities;
   try {
     Model model = ReadQifText(text, "part.qif");
     for (SkippedItem& item : model.skipped) item.line = 0;
-    const auto exporter = plugin.CreateExporter(model.part->GetDocument());
-    return PrintJson(MakeReport(model, *exporter, "part.qif"), "program", 1);
+    return PrintJson(ReportOn(model), "program", 1);
   } catch (const ModelError& error) {
+    EXPECT_EQ(standin::Count().liveEntities, alive);
+    EXPECT_EQ(std::string(error.what()).find('\n'), std::string::npos) << error.what();
     return error.what();
   }
 }
@@ -193,11 +180,6 @@ const struct {
                   "\n $1 = \" $2\n\"");
      }},
     {"booleans as numbers", [](Text t) { return All(t, "=\"true\"", "=\"1\""); }},
-    {"single quotes", [](Text t) { return All(t, "=\"([^\"'<>]*)\"", "='$1'"); }},
-    {"attributes the other way round",
-     [](Text t) {
-       return All(t, "<([A-Za-z]+) ([a-z]+=\"[^\"]*\") ([a-z]+=\"[^\"]*\")>", "<$1 $3 $2>");
-     }},
     {"attributes of others",
      [](Text t) {
        return All(t, "<([A-Za-z]+) (id|n)=", "<$1 xmlns:z=\"urn:z\" z:id=\"9\" z:n=\"x\" $2=");
@@ -208,8 +190,6 @@ const struct {
      [](Text t) {
        return All(t, "</([A-Za-z]+)>\n", "</$1><!-- <c a='> --><?p <?>") + "<!-- end -->\n";
      }},
-    {"empty elements with two tags",
-     [](Text t) { return All(t, "<([A-Za-z0-9]+)([^<>]*)/>", "<$1$2></$1>"); }},
     {"a DTD that is not loaded", [](Text t) {
        return With(t, "?>", "?><!DOCTYPE QIFDocument SYSTEM 'none.dtd' [<!ELEMENT Id ANY>]>");
      }}};
@@ -253,15 +233,10 @@ TEST(HostXml, WhatIsNotWellFormedIsRefusedWithItsPlace) {
       {"Bore &", With(model, name, "<Name>Bore & diameter</Name>"), "no name"},
       {"id=\"302\" label=\"", With(model, "id=\"302\"", "id=\"302\" label=\"<\""),
        "'<' not allowed"},
-      {"id=\"302\" id=\"303\"", With(model, "id=\"302\"", "id=\"302\" id=\"303\""), "redefined"},
       {"Bore&#1;", With(model, name, "<Name>Bore&#1;</Name>"), "xmlChar value 1"},
       {"<Name>\u00e4B", With(model, name, "<Name>\u00e4B\xF6re</Name>"), "0xF6"},
-      {"<Name>\u00e4C", With(model, name, "<Name>\u00e4C\x01re</Name>"), "Char value 1"},
       {"</Nome>", With(model, name, "<Name>Bore</Nome>"), "mismatch"},
       {"</QIFDocument>\n", model + "text", "Extra content"},
-      {"</QIFDocument>\n", model + "<!DOCTYPE a>", "Extra content"},
-      {"<!DOCTYPE a><", With(model, "<!--", "<!DOCTYPE a><!DOCTYPE b><!--"),
-       "invalid element name"},
       {"<q:Name", With(model, name, "<q:Name/>"), "prefix q"},
       {"Bore &none;", With(model, name, "<Name>Bore &none;</Name>"), "'none' not defined"},
       {"Bore &none;",
@@ -278,7 +253,6 @@ TEST(HostXml, WhatIsNotWellFormedIsRefusedWithItsPlace) {
   for (const auto& broken : cases) {
     const std::string error = ReportOf(broken.text);
     EXPECT_THAT(error, HasSubstr(broken.says));
-    EXPECT_EQ(error.find('\n'), std::string::npos) << error;
     ASSERT_NE(broken.text.find(broken.before), std::string::npos) << broken.before;
     std::string before = broken.text.substr(0, broken.text.find(broken.before));
     before += broken.before;
@@ -289,64 +263,70 @@ TEST(HostXml, WhatIsNotWellFormedIsRefusedWithItsPlace) {
   }
 }
 
+TEST(HostXml, DamagedStructureIsRefusedWithItsPlace) {
+  const struct {
+    const char *from, *to, *says;
+  } cases[] = {
+      {"id=\"302\"", "id=\"301\"", "301"},
+      {"id=\"302\"", "id=\"99999999999999999999\"", "99999999999999999999"},
+      {"id=\"302\"", "id=\"-3\"", "-3"},
+      {"id=\"302\"", "id=\"three\"", "three"},
+      {"<CharacteristicDefinitionId>201<", "<CharacteristicDefinitionId>88888<", "88888"},
+      {"<Id>1701</Id><Id>1702</Id>", "<Id>88888</Id><Id>1702</Id>", "88888"},
+      {"xmlns=\"http://qifstandards.org/xsd/qif3\"", "xmlns=\"http://nowhere\"", "part.qif:"}};
+  for (const auto& [from, to, says] : cases) {
+    EXPECT_THAT(ReportOf(With(Read(BUNDLED_MODEL), from, to)),
+                AllOf(testing::ContainsRegex("^part\\.qif:[0-9]+:[0-9]+: "), HasSubstr(says)));
+  }
+}
+
 TEST(HostXml, WhatIsNoDocumentIsCalledByItsKind) {
   using namespace std::string_literals;
   const std::string packed = Gzip(Read(BUNDLED_MODEL));
-  const struct {
-    std::string text;
-    const char* says;
-  } cases[] = {{"", "empty"},
-               {" \r\n", "empty"},
-               {"ISO-10303-21;\nHEADER;", "STEP"},
-               {Gzip("ISO-10303-21;\nHEADER;"), "STEP"},
-               {"PK\3\4\0"s, "zip"},
-               {"\x7F"
-                "ELF\2\1\0"s,
-                "binary"},
-               {"solid part", "'<' not found"},
-               {packed.substr(0, packed.size() - 9), "gzip data is truncated"},
-               {With(packed, packed.substr(5000, 9), "damaged"), "gzip data is damaged"},
-               {packed + "more", "gzip data is damaged"},
-               {Utf16(Read(BUNDLED_MODEL), false, true).substr(0, 9999), "truncated inside"}};
-  for (const auto& other : cases) {
-    EXPECT_THAT(ReportOf(other.text),
-                testing::AllOf(StartsWith("part.qif:"), HasSubstr(other.says)));
+  const std::pair<std::string, const char*> cases[] = {
+      {"", "empty"},
+      {" \r\n", "empty"},
+      {"ISO-10303-21;\nHEADER;", "STEP"},
+      {"\xEF\xBB\xBFISO-10303-21;", "STEP"},
+      {Gzip("ISO-10303-21;\nHEADER;"), "STEP"},
+      {"PK\3\4\0"s, "zip"},
+      {"\177ELF\2\1\0"s, "binary"},
+      {"solid part", "'<' not found"},
+      {packed.substr(0, packed.size() - 9), "gzip data is truncated"},
+      {With(packed, packed.substr(5000, 9), "damaged"), "gzip data is damaged"},
+      {packed + "more", "gzip data is damaged"},
+      {Utf16(Read(BUNDLED_MODEL), false, true).substr(0, 9999), "truncated inside"}};
+  for (const auto& [text, says] : cases) {
+    EXPECT_THAT(ReportOf(text), AllOf(StartsWith("part.qif:"), HasSubstr(says)));
   }
 }
 
 TEST(HostXml, NumbersAreReadInEverySpellingAndToldWhenTheyAreNone) {
-  const struct {
-    const char* text;
-    double value;
-  } numbers[] = {{"+0", 0},       {"-0", 0},
-                 {"0.0", 0},      {" +1.5\n", 1.5},
-                 {".5", 0.5},     {"15.e-1", 1.5},
-                 {"1.5E+2", 150}, {"1e-999", 0},
-                 {"-1e-999", 0},  {"4.9e-324", std::numeric_limits<double>::denorm_min()}};
-  for (const auto& number : numbers) {
-    const qif::Xml xml("<a>" + std::string(number.text) + "</a>");
-    EXPECT_EQ(qif::NumberOf(xml.Root()), number.value) << number.text;
+  const auto number = [](const std::string& text) {
+    return qif::NumberOf(qif::Xml("<a>" + text + "</a>").Root());
+  };
+  const double least = std::numeric_limits<double>::denorm_min();
+  for (const auto& [text, value] :
+       std::initializer_list<std::pair<const char*, double>>{{"+0", 0},
+                                                             {"-0", 0},
+                                                             {"0.0", 0},
+                                                             {" +1.5\n", 1.5},
+                                                             {".5", 0.5},
+                                                             {"15.e-1", 1.5},
+                                                             {"1.5E+2", 150},
+                                                             {"1e-999", 0},
+                                                             {"-1e-999", 0},
+                                                             {"4.9e-324", least}}) {
+    EXPECT_EQ(number(text), value) << text;
   }
-  const struct {
-    const char* text;
-    const char* says;
-  } others[] = {{"1e999", "larger than any number"},
-                {"-1e999", "larger than any number"},
-                {"INF", "larger than any number"},
-                {"NaN", "not a number"},
-                {"0x10", "not a number"},
-                {"1,5", "not a number"},
-                {"+-1", "not a number"},
-                {"1 2", "not a number"},
-                {"1<b/>2", "not a number"},
-                {"", "not a number"}};
-  for (const auto& other : others) {
-    const qif::Xml xml("<a>" + std::string(other.text) + "</a>");
+  for (const std::string text :
+       {"1e999", "-1e999", "INF", "NaN", "0x10", "1,5", "+-1", "1 2", "1<b/>2", ""}) {
+    const bool isLarge = text.find("e999") != std::string::npos || text == "INF";
     try {
-      qif::NumberOf(xml.Root());
-      ADD_FAILURE() << other.text;
+      number(text);
+      ADD_FAILURE() << text;
     } catch (const qif::Unreadable& problem) {
-      EXPECT_THAT(problem.what(), HasSubstr(other.says)) << other.text;
+      EXPECT_THAT(problem.what(), HasSubstr(isLarge ? "larger than any number" : "not a number"));
     }
   }
 }
@@ -375,6 +355,24 @@ std::string Numbered(const std::string& element, int count) {
   std::string all;
   for (int i = 1; i <= count; ++i) all += "<" + element + " id=\"" + std::to_string(i) + "\"/>";
   return all;
+}
+
+TEST(HostXml, DeepAndWideDocumentsEndInBoundedTime) {
+  const int many = 1'000'000;
+  const std::string model = Read(BUNDLED_MODEL), name = "<Name>Bore diameter<";
+  const std::pair<std::string, const char*> cases[] = {
+      {Nested({}, Repeat("<a>", many) + Repeat("</a>", many)), "250 levels"},
+      {Nested({}, Repeat("<Product/>", many)), "too many"},
+      {Nested({"Thing"}, Repeat("<a/>", 15'000)), "{"},
+      {"<!DOCTYPE a [<!ENTITY b \"&b;&b;\">]><QIFDocument>&b;</QIFDocument>", "loop"},
+      {With(model, "n=\"40\"", "n=\"18446744073709551615\""), "{"},
+      {With(model, name, "<Name>" + std::string(10'000'000, 'x') + "<"), "{"},
+      {With(model, name, "<Name><"), "{"}};
+  for (const auto& [text, says] : cases) {
+    const std::string report = ReportOf(text);
+    EXPECT_THAT(report.substr(0, 200),
+                AllOf(StartsWith(*says == '{' ? "{" : "part.qif:1:"), HasSubstr(says)));
+  }
 }
 
 TEST(HostXml, MemoryStaysInProportionToAnyDocument) {

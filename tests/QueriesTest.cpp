@@ -21,29 +21,17 @@ constexpr unsigned kText = 1u << 0, kFlagNote = 1u << 1, kRoughness = 1u << 2, k
 constexpr int kDerivedShift = 11;
 constexpr unsigned kReference = 1u << 22, kModifier = 1u << 23, kView = 1u << 24,
                    kLeader = 1u << 25, kOther = 1u << 26, kNullView = 1u << 27, kSet = 1u << 28;
-const char* const kKindNames[] = {"a text",
-                                  "a flag note",
-                                  "a roughness",
-                                  "a tolerance",
-                                  "a datum attribute",
-                                  "a target attribute",
-                                  "a dimension",
-                                  "a datum",
-                                  "a target",
-                                  "a reference frame",
-                                  "a capture",
-                                  "a reference",
-                                  "a modifier",
-                                  "a view",
-                                  "a leader",
-                                  "something else",
-                                  "the null view",
-                                  "the set"};
 std::string NameOf(unsigned kind) {
+  // clang-format off
+  static const char* const kNames[] = {
+      "text", "flag note", "roughness", "tolerance", "datum attribute", "target attribute",
+      "dimension", "datum", "target", "reference frame", "capture", "reference", "modifier", "view",
+      "leader", "something else", "null view", "set"};
+  // clang-format on
   int bit = 0;
   while (kind >> bit != 1) ++bit;
-  const char* const name = kKindNames[bit < kDerivedShift ? bit : bit - kDerivedShift];
-  return bit / kDerivedShift == 1 ? std::string(name) + " of a derived class" : name;
+  return bit / kDerivedShift == 1 ? std::string("derived ") + kNames[bit - kDerivedShift]
+                                  : kNames[bit < kDerivedShift ? bit : bit - kDerivedShift];
 }
 constexpr unsigned DerivedFrom(unsigned kinds) { return kinds << kDerivedShift; }
 constexpr unsigned With(unsigned kinds) { return kinds | DerivedFrom(kinds); }
@@ -189,22 +177,14 @@ struct Outputs {
 
   std::string Describe() const {
     std::ostringstream text;
-    const auto add = [&](const char* name, const auto& value) {
-      text << name << ' ' << ::testing::PrintToString(value) << '\n';
+    const auto add = [&](const char* names, const auto&... values) {
+      text << names << '\n';
+      ((text << ::testing::PrintToString(values) << '\n'), ...);
     };
-    add("count", count);
-    add("size", size);
-    add("index", index);
-    add("reals", reals);
-    add("floats", floats);
-    add("flags", flags);
-    add("texts", texts);
-    add("identifier", id);
-    add("owner", owner);
-    for (int i = 0; i < list.count(); ++i) add("listed", list.at(i));
-    add("arrows", arrows);
-    add("enumerators", enums);
-    add("attribute exporter", attributes);
+    add("count, size, index, attribute exporter:", count, size, index, attributes);
+    add("numbers, flags, texts, arrows, enumerators:", reals, floats, flags, texts, arrows, enums);
+    add("identifier, owner, listed:", id, owner);
+    for (int i = 0; i < list.count(); ++i) add("", list.at(i));
     return text.str();
   }
 
@@ -222,20 +202,14 @@ struct Outputs {
              KOVAPMIToleranceType, KOVAPMIToleranceValueType, KOVAPMIToleranceModifier,
              KOVAPMIDatumTargetType, KOVAPMIRoughnessObtentionType,
              KOVAPMIRoughnessApplicabilityType, KOVAPMICameraType>
-      enums{UnitRadian,
-            OrientationVertical,
-            FontOutline,
-            AnnotationTypeUnknown,
-            DimensionTypeUserDefined,
-            DimensionMainTypeUserDefined,
-            CalloutFeatureAnnotationTypeChamfer,
-            ToleranceTypeTotalRunout,
-            ToleranceValueTypeRadial,
-            ToleranceModifierBoundary,
-            DatumTargetTypeArea,
+      // clang-format off
+      enums{UnitRadian, OrientationVertical, FontOutline, AnnotationTypeUnknown,
+            DimensionTypeUserDefined, DimensionMainTypeUserDefined,
+            CalloutFeatureAnnotationTypeChamfer, ToleranceTypeTotalRunout,
+            ToleranceValueTypeRadial, ToleranceModifierBoundary, DatumTargetTypeArea,
             RoughnessObtentionTypeMachiningForbidden,
-            RoughnessApplicabilityTypeBasicSurface,
-            CameraTypePerspective};
+            RoughnessApplicabilityTypeBasicSurface, CameraTypePerspective};
+  // clang-format on
   KOVAAttributeExporter* attributes = nullptr;
 
  private:

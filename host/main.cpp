@@ -9,6 +9,9 @@
 
 #include "plugin/PluginLibrary.h"
 #include "readers/qif/QifReader.h"
+#include "readers/step/StepReader.h"
+#include <fstream>
+#include <sstream>
 #include "report/Walk.h"
 #include "writers/json/PrintJson.h"
 #include "writers/text/PrintText.h"
@@ -65,7 +68,8 @@ const char* NameOf(Severity severity) {
 
 // The report of one model. Throws ModelError or PluginError.
 ModelReport ReportOn(const PluginLibrary& plugin, const std::string& model) {
-  const Model source = ReadQif(model);
+  std::ifstream stream(model); std::stringstream all; all << stream.rdbuf(); const std::string text = all.str();
+  const Model source = text.substr(0, 12) == "ISO-10303-21" ? ReadStepText(text, model) : ReadQif(model);
   const auto exporter = plugin.CreateExporter(source.part->GetDocument());
   exporter->PreProcess();
   std::unordered_map<const void*, EntityReport> names;

@@ -80,6 +80,11 @@ const Instance* Exchange::Find(Id id) {
   return read_.emplace(id, std::move(instance)).first->second.get();
 }
 
+std::size_t Exchange::OffsetOf(Id id) const {
+  const Place* const place = PlaceOf(id);
+  return place == nullptr ? text_.size() : place->begin;
+}
+
 long Exchange::LineOf(Id id) const {
   const Place* const place = PlaceOf(id);
   if (place == nullptr) return 0;
@@ -92,6 +97,11 @@ void Exchange::Fail(std::size_t offset, const std::string& what) const {
   const auto line = 1 + std::count(before.begin(), before.end(), '\n');
   const std::size_t column = before.size() - (before.rfind('\n') + 1) + 1;
   throw ModelError(name_ + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + what);
+}
+
+void Exchange::FailAt(Id id, const std::string& what) const {
+  const Place* const place = PlaceOf(id);
+  Fail(place == nullptr ? 0 : place->begin, "#" + std::to_string(id) + ": " + what);
 }
 
 // --- Values --------------------------------------------------------------------------------------
@@ -129,18 +139,20 @@ bool IsOmitted(const Value& value) {
 
 }  // namespace
 
-double Record::Number(std::uint32_t index) const {
-  const Value& value = At(index).Untyped();
+double NumberOf(Id of, const Value& typed) {
+  const Value& value = typed.Untyped();
   double number = 0;
   std::string_view text = value.Text();
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (value.kind != Value::kNumber || error != std::errc() || end != text.data() + text.size() ||
       !std::isfinite(number)) {
-    ThrowWrong(*this, index, "a number");
+    throw Unreadable(of, "'" + std::string(text.substr(0, 40)) + "' is not a number");
   }
   return number;
 }
+
+double Record::Number(std::uint32_t index) const { return NumberOf(of, At(index)); }
 
 std::string Record::Text(std::uint32_t index) const {
   const Value& value = At(index).Untyped();

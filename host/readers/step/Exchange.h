@@ -58,6 +58,9 @@ struct Value {
   Id Reference() const;
 };
 
+// A value as a finite number. Throws Unreadable, on behalf of an instance, when it is none.
+double NumberOf(Id of, const Value& value);
+
 // One record of an instance: an entity's name and its own parameters. Parameters count from 0. The
 // getters throw Unreadable when there is no such parameter or it is of another kind.
 struct Record {
@@ -118,9 +121,12 @@ class Exchange {
   // text is wrong. The pointer stays valid.
   const Instance* Find(Id id);
 
+  // Where an instance stands in the text; its end when there is none of that number.
+  std::size_t OffsetOf(Id id) const;
   // The line of an instance, from 1; 0 when there is none of that number.
   long LineOf(Id id) const;
   [[noreturn]] void Fail(std::size_t offset, const std::string& what) const;
+  [[noreturn]] void FailAt(Id id, const std::string& what) const;
 
  private:
   struct Place {

@@ -1,0 +1,234 @@
+// How annotations are presented: callouts and annotation occurrences, their planes and leaders.
+// What is presented and means nothing is a note.
+
+#include <algorithm>
+
+#include "readers/step/Reading.h"
+
+namespace step {
+
+namespace {
+
+// Gives work the display properties that an annotation has, wherever it keeps them.
+template <typename Work>
+void WithHolder(ENTITY& annotation, Work work) {
+  if (is_KOVAPMI_DIMENSION(&annotation) == 1) {
+    work(static_cast<KOVAPMI_DIMENSION&>(annotation));
+  } else if (is_ATTRIB_KOVAPMI_GEOM_TOL(&annotation) == 1) {
+    work(static_cast<ATTRIB_KOVAPMI_GEOM_TOL&>(annotation));
+  } else if (is_ATTRIB_KOVAPMI_DATUM(&annotation) == 1) {
+    work(standin::DatumOf(static_cast<ATTRIB_KOVAPMI_DATUM&>(annotation)));
+  } else if (is_ATTRIB_KOVAPMI_DATUM_TARGET(&annotation) == 1) {
+    work(standin::TargetOf(static_cast<ATTRIB_KOVAPMI_DATUM_TARGET&>(annotation)));
+  } else if (is_ATTRIB_KOVAPMI_TEXT(&annotation) == 1) {
+    work(static_cast<ATTRIB_KOVAPMI_TEXT&>(annotation));
+  }
+}
+
+class PresentationReader {
+ public:
+  explicit PresentationReader(Reading& reading) : reading_(reading) {}
+
+  void Read() {
+    FindPlanes();
+    for (const char* link : {"DRAUGHTING_MODEL_ITEM_ASSOCIATION",
+                             "DRAUGHTING_MODEL_ITEM_ASSOCIATION_WITH_PLACEHOLDER"}) {
+      for (const Id id : reading_.file.Of(link)) {
+        reading_.Try(id, [&] { ReadLink(reading_.Get(id).records.front()); });
+      }
+    }
+    for (const Id id : reading_.file.Of("DRAUGHTING_CALLOUT")) {
+      if (reading_.presentations.count(id) == 0) {
+        reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
+      }
+    }
+    for (const char* occurrence :
+         {"ANNOTATION_CURVE_OCCURRENCE", "TESSELLATED_ANNOTATION_OCCURRENCE",
+          "ANNOTATION_TEXT_OCCURRENCE", "ANNOTATION_FILL_AREA_OCCURRENCE"}) {
+      for (const Id id : reading_.file.Of(occurrence)) {
+        const bool isKnown = reading_.presentations.count(id) != 0 ||
+                             !reading_.ReferrersOf(id, "DRAUGHTING_CALLOUT").empty();
+        if (!isKnown) reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
+      }
+    }
+  }
+
+ private:
+  // The plane that a presentation element lies in.
+  void FindPlanes() {
+    for (const Id id : reading_.file.Of("ANNOTATION_PLANE")) {
+      reading_.Try(id, [&] {
+        const Record& record = reading_.Get(id).As("ANNOTATION_PLANE");
+        const Value& elements = record.List(record.count - 1);
+        for (const Value& element : elements) planes_.emplace(element.Reference(), id);
+      });
+    }
+  }
+
+  // The plane of an element, of what it is part of, or of what it consists of; 0 for none.
+  Id PlaneOf(Id element) {
+    const auto own = planes_.find(element);
+    if (own != planes_.end()) return own->second;
+    for (const Id callout : reading_.ReferrersOf(element, "DRAUGHTING_CALLOUT")) {
+      const auto found = planes_.find(callout);
+      if (found != planes_.end()) return found->second;
+    }
+    if (!reading_.Is(element, "DRAUGHTING_CALLOUT")) return 0;
+    for (const Value& content : reading_.Get(element).records.front().List(1)) {
+      const auto found = planes_.find(content.Reference());
+      if (found != planes_.end()) return found->second;
+    }
+    return 0;
+  }
+
+  // What a link says is meant by a presentation. Links to aspects that are no annotation only tell
+  // what is pointed at.
+  void ReadLink(const Record& link) {
+    const auto meant = reading_.annotations.find(link.Reference(2));
+    const Id element = link.Reference(4);
+    if (meant == reading_.annotations.end()) return;
+    if (!reading_.presentations.emplace(element, meant->second).second) {
+      ENTITY* const known = reading_.presentations.at(element);
+      if (known == meant->second || is_ATTRIB_KOVAPMI_DATUM(meant->second) == 1) return;
+      // A callout shows a dimension and the tolerance below it, or several of them.
+      Present(element, *meant->second);
+      shared_[element].push_back(meant->second);
+      return;
+    }
+    Present(element, *meant->second);
+  }
+
+  void Present(Id element, ENTITY& annotation) {
+    if (!presented_.insert(&annotation).second) {
+      return reading_.Skip(Severity::kReduced, element, "the annotation has a presentation already",
+                           &annotation);
+    }
+    Place(element, annotation);
+  }
+
+  void Place(Id element, ENTITY& annotation) {
+    const Id plane = PlaneOf(element);
+    if (plane == 0) {
+      return reading_.Skip(Severity::kReduced, element, "it has no plane", &annotation);
+    }
+    const Record& record = reading_.Get(plane).As("ANNOTATION_PLANE");
+    const Instance& geometry = reading_.Get(record.Reference(record.count - 2));
+    Placement placement = geometry.Find("PLANE") != nullptr
+                              ? reading_.PlacementOf(geometry.records.front().Reference(1))
+                          : geometry.Find("PLANAR_BOX") != nullptr
+                              ? reading_.PlacementOf(geometry.records.front().Reference(3))
+                              : reading_.PlacementOf(geometry.id);
+    WithHolder(annotation, [&](auto& holder) {
+      auto& display = reading_.part.Place(holder, placement.origin, placement.x, placement.axis);
+      AddLeaders(element, display, annotation);
+    });
+  }
+
+  // A leader is a curve that ends at what it points at; of what is drawn only its ends are kept.
+  void AddLeaders(Id element, KOVAPMI_DISPLAY_PROPERTIES& display, const ENTITY& annotation) {
+    if (!reading_.Is(element, "DRAUGHTING_CALLOUT")) return;
+    bool isDrawn = false;
+    for (const Value& content : reading_.Get(element).records.front().List(1)) {
+      const Id id = content.Reference();
+      if (!reading_.Is(id, "LEADER_CURVE")) {
+        isDrawn = isDrawn || !reading_.Is(id, "ANNOTATION_PLACEHOLDER_OCCURRENCE");
+        continue;
+      }
+      const Record& curve = reading_.Get(id).As("LEADER_CURVE");
+      const Instance& line = reading_.Get(curve.Reference(2));
+      const Record* const points = line.Find("POLYLINE");
+      if (points == nullptr || points->List(points->count - 1).size < 2) {
+        reading_.Skip(Severity::kReduced, id, "its curve is not a polyline", &annotation);
+        continue;
+      }
+      const Value& list = points->List(points->count - 1);
+      reading_.part.AddLeader(display, reading_.PointOf(list.begin()->Reference()),
+                              reading_.PointOf((list.end() - 1)->Reference()));
+      if (list.size > 2) {
+        reading_.Skip(Severity::kReduced, id, "its break points are left out", &annotation);
+      }
+      reading_.Count("leaders");
+    }
+    if (isDrawn) {
+      reading_.Skip(Severity::kReduced, element, "the model has no drawn lines and areas",
+                    &annotation);
+    }
+  }
+
+  // The text of a note: of its text occurrences, else the characters that the file states for what
+  // is drawn.
+  std::string TextOf(const Instance& element) {
+    std::string text;
+    if (element.Find("DRAUGHTING_CALLOUT") != nullptr) {
+      for (const Value& content : element.records.front().List(1)) {
+        const Id id = content.Reference();
+        if (!reading_.Is(id, "ANNOTATION_TEXT_OCCURRENCE")) continue;
+        const Record& occurrence = reading_.Get(id).records.front();
+        const Instance& literal = reading_.Get(occurrence.Reference(occurrence.count - 1));
+        if (const Record* record = literal.Find("TEXT_LITERAL")) {
+          text += (text.empty() ? "" : "\n") + record->Text(record->count == 5 ? 1 : 0);
+        }
+      }
+    }
+    return text.empty() ? StatedText(element.id) : text;
+  }
+
+  std::string StatedText(Id element) {
+    for (const Id user : reading_.file.ReferrersOf(element)) {
+      if (!reading_.Is(user, "CHARACTERIZED_ITEM_WITHIN_REPRESENTATION")) continue;
+      for (const Id property : reading_.ReferrersOf(user, "PROPERTY_DEFINITION")) {
+        for (const Id use : reading_.ReferrersOf(property, "PROPERTY_DEFINITION_REPRESENTATION")) {
+          const Instance& shown = reading_.Get(reading_.Get(use).records.front().Reference(1));
+          for (const Value& item : shown.As("REPRESENTATION").List(1)) {
+            const Instance& text = reading_.Get(item.Reference());
+            const Record* const record = text.Find("DESCRIPTIVE_REPRESENTATION_ITEM");
+            if (record != nullptr && record->Text(0) == "equivalent unicode string") {
+              return record->Text(1);
+            }
+          }
+        }
+      }
+    }
+    return {};
+  }
+
+  void ReadNote(const Instance& element) {
+    reading_.Count("notes");
+    const Record* named = element.Find("REPRESENTATION_ITEM");
+    const std::string name = (named != nullptr ? *named : element.records.front()).Text(0);
+    const std::vector<ENTITY*> entities = PointedAt(element.id);
+    const std::string text = TextOf(element);
+    auto& note = reading_.part.AddText(reading_.Carrier(entities), Wide(text).c_str());
+    reading_.Describe(note, element.id, "note", name);
+    reading_.presentations[element.id] = &note;
+    if (text.empty()) {
+      reading_.Skip(Severity::kReduced, element.id, "its text is drawn and not stated", &note);
+    }
+    Place(element.id, note);
+  }
+
+  std::vector<ENTITY*> PointedAt(Id element) {
+    std::vector<ENTITY*> entities;
+    for (const Id link : reading_.ReferrersOf(element, "DRAUGHTING_MODEL_ITEM_ASSOCIATION")) {
+      const Record& record = reading_.Get(link).records.front();
+      if (record.Reference(4) != element) continue;
+      for (ENTITY* entity : reading_.EntitiesOf(record.Reference(2))) {
+        if (std::find(entities.begin(), entities.end(), entity) == entities.end()) {
+          entities.push_back(entity);
+        }
+      }
+    }
+    return entities;
+  }
+
+  Reading& reading_;
+  std::unordered_map<Id, Id> planes_;  // by element
+  std::unordered_set<const ENTITY*> presented_;
+  std::unordered_map<Id, std::vector<ENTITY*>> shared_;
+};
+
+}  // namespace
+
+void ReadPresentation(Reading& reading) { PresentationReader(reading).Read(); }
+
+}  // namespace step

@@ -1,0 +1,123 @@
+// Saved views: a draughting model with a camera, and the annotations among its items.
+
+#include <algorithm>
+#include <cmath>
+
+#include "readers/step/Reading.h"
+
+namespace step {
+
+namespace {
+
+constexpr double kDegrees = 180 / 3.14159265358979323846;
+
+class ViewReader {
+ public:
+  ViewReader(Reading& reading, Id camera, Id model)
+      : reading_(reading), camera_(camera), model_(model) {}
+
+  void Read() {
+    const Instance& model = reading_.Get(model_);
+    const Record& record = model.As("REPRESENTATION");
+    std::vector<ENTITY*> members;
+    for (const Value& item : record.List(1)) AddMembers(item.Reference(), members);
+    auto& capture = reading_.part.AddCapture(members);
+    std::string name = reading_.Get(camera_).As("REPRESENTATION_ITEM").Text(0);
+    if (name.empty()) name = record.Text(0);
+    reading_.Describe(capture, model_, "capture", name);
+    capture_ = &capture;
+    try {
+      standin::Edit(capture).camera = &MakeCamera(name);
+    } catch (const Unreadable& problem) {
+      reading_.Skip(Severity::kReduced, camera_, problem.what(), &capture);
+    }
+    ReadClipping(capture);
+  }
+
+ private:
+  // An annotation by its presentation, or by the plane that its presentation lies in.
+  void AddMembers(Id item, std::vector<ENTITY*>& members) {
+    const auto found = reading_.presentations.find(item);
+    if (found != reading_.presentations.end()) {
+      if (seen_.insert(found->second).second) members.push_back(found->second);
+      return;
+    }
+    if (!reading_.Is(item, "ANNOTATION_PLANE")) return;
+    const Record& plane = reading_.Get(item).As("ANNOTATION_PLANE");
+    for (const Value& element : plane.List(plane.count - 1)) {
+      if (!reading_.Is(element.Reference(), "ANNOTATION_PLANE")) {
+        AddMembers(element.Reference(), members);
+      }
+    }
+  }
+
+  // The view reference system stands in the view plane, its axis towards the viewer (ISO 10303-46).
+  // The window's height gives the zoom: one over half of it.
+  KOVAPMI_CAMERA& MakeCamera(const std::string& name) {
+    const Record& record = reading_.Get(camera_).As("CAMERA_MODEL_D3");
+    const bool isSimple = record.name == "CAMERA_MODEL_D3" && record.count == 3;
+    const Placement view = reading_.PlacementOf(record.Reference(isSimple ? 1 : record.count - 2));
+    const Record& volume =
+        reading_.Get(record.Reference(isSimple ? 2 : record.count - 1)).As("VIEW_VOLUME");
+    const bool isPerspective = volume.Enumeration(0) == "CENTRAL";
+    const double distance = volume.Number(2);
+    const Record& window = reading_.Get(volume.Reference(8)).As("PLANAR_BOX");
+    const double height = window.Number(2);
+    auto& camera = reading_.part.Make<KOVAPMI_CAMERA>();
+    auto& fields = standin::Edit(camera);
+    if (!name.empty()) fields.name = Wide(name);
+    fields.type = isPerspective ? camera_perspective : camera_parallel;
+    fields.direction = -1.0 * view.axis;
+    fields.direction_normal = cross(view.axis, view.x);
+    fields.origin = view.origin;
+    fields.target = view.origin + std::abs(distance) * fields.direction;
+    if (height > 0) fields.zoom = 2 / height;
+    if (isPerspective && std::abs(distance) > 0) {
+      fields.view_angle = 2 * kDegrees * std::atan(0.5 * height / std::abs(distance));
+    }
+    return camera;
+  }
+
+  // A clipping plane stands in the camera's list; of several the model has the first.
+  void ReadClipping(KOVAPMI_CAPTURE& capture) {
+    const Record* const clipped = reading_.Get(camera_).Find("CAMERA_MODEL_D3_MULTI_CLIPPING");
+    if (clipped == nullptr) return;
+    try {
+      const Value& planes = clipped->List(clipped->count - 1);
+      if (planes.size == 0) return;
+      const Instance& plane = reading_.Get(planes.begin()->Reference());
+      const Placement placement = reading_.PlacementOf(plane.As("PLANE").Reference(1));
+      auto& clipping = reading_.part.Make<KOVAPMI_CLIPPINGPLANE>();
+      standin::Edit(clipping).point = placement.origin;
+      standin::Edit(clipping).normal = placement.axis;
+      standin::Edit(capture).clipping_plane = &clipping;
+      if (planes.size > 1) {
+        reading_.Skip(Severity::kReduced, camera_, "the model has one clipping plane", &capture);
+      }
+    } catch (const Unreadable& problem) {
+      reading_.Skip(Severity::kReduced, camera_, problem.what(), &capture);
+    }
+  }
+
+  Reading& reading_;
+  Id camera_;
+  Id model_;
+  const ENTITY* capture_ = nullptr;
+  std::unordered_set<const ENTITY*> seen_;
+};
+
+}  // namespace
+
+void ReadSavedViews(Reading& reading) {
+  for (const char* entity : {"CAMERA_MODEL_D3", "CAMERA_MODEL_D3_MULTI_CLIPPING"}) {
+    for (const Id camera : reading.file.Of(entity)) {
+      for (const Id model : reading.file.ReferrersOf(camera)) {
+        if (!reading.Is(model, "DRAUGHTING_MODEL")) continue;
+        reading.Count("savedViews");
+        reading.Try(model, [&] { ViewReader(reading, camera, model).Read(); });
+      }
+    }
+  }
+}
+
+}  // namespace step

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "readers/step/Reading.h"
+#include "readers/step/Drawn.h"
 
 namespace step {
 
@@ -118,8 +118,9 @@ class PresentationReader {
                           : geometry.Find("PLANAR_BOX") != nullptr
                               ? reading_.PlacementOf(geometry.records.front().Reference(3))
                               : reading_.PlacementOf(geometry.id);
+    const QENposition origin = DrawnMiddle(reading_, element).value_or(placement.origin);
     WithHolder(annotation, [&](auto& holder) {
-      auto& display = reading_.part.Place(holder, placement.origin, placement.x, placement.axis);
+      auto& display = reading_.part.Place(holder, origin, placement.x, placement.axis);
       AddLeaders(element, display, annotation);
     });
   }

@@ -151,6 +151,7 @@ Units::Unit Units::UnitOf(Id id, int depth) const {
     throw Unreadable(id, "its unit has no size");
   }
   unit.name = Lower(converted->Text(converted->count - 2));
+  if (!unit.isAngle && unit.factor == 0.001) unit.name = "mm";
   for (const Named& known : kAngles) {
     if (!unit.isAngle || std::abs(unit.factor / known.factor - 1) > 1e-5) continue;
     unit.factor = known.factor;

@@ -1,0 +1,85 @@
+#include "readers/step/Drawn.h"
+
+#include <algorithm>
+
+namespace step {
+
+namespace {
+
+class Collector {
+ public:
+  explicit Collector(Reading& reading) : reading_(reading) {}
+
+  std::optional<QENposition> Middle(Id element) {
+    try {
+      Add(element, 0);
+    } catch (const Unreadable&) {
+      return std::nullopt;
+    }
+    if (points_[0].empty()) return std::nullopt;
+    double middle[3];
+    for (std::size_t i = 0; i < 3; ++i) {
+      const auto half = points_[i].begin() + static_cast<std::ptrdiff_t>(points_[i].size() / 2);
+      std::nth_element(points_[i].begin(), half, points_[i].end());
+      middle[i] = *half;
+    }
+    return QENposition(middle[0], middle[1], middle[2]);
+  }
+
+ private:
+  // A callout, an occurrence, a set or a curve; each holds the next. Placeholders draw nothing.
+  void Add(Id id, int depth) {
+    constexpr int kDeepest = 10;
+    const Instance& instance = reading_.Get(id);
+    const Record& first = instance.records.front();
+    if (depth > kDeepest || instance.Find("ANNOTATION_PLACEHOLDER_OCCURRENCE") != nullptr) return;
+    if (const Record* coordinates = instance.Find("COORDINATES_LIST")) {
+      for (const Value& point : coordinates->List(coordinates->count - 1)) AddPoint(id, point);
+    } else if (const Record* line = instance.Find("POLYLINE")) {
+      for (const Value& point : line->List(line->count - 1)) {
+        const Record& record = reading_.Get(point.Reference()).As("CARTESIAN_POINT");
+        AddPoint(id, record.List(record.count - 1));
+      }
+    } else if (const Record* set = instance.Find("TESSELLATED_GEOMETRIC_SET")) {
+      const Record* const moved = instance.Find("REPOSITIONED_TESSELLATED_ITEM");
+      if (moved != nullptr) place_ = reading_.PlacementOf(moved->Reference(0));
+      for (const Value& item : set->List(set->count - 1)) Add(item.Reference(), depth + 1);
+      place_.reset();
+    } else if (instance.Find("TESSELLATED_CURVE_SET") != nullptr ||
+               instance.Find("COMPLEX_TRIANGULATED_SURFACE_SET") != nullptr) {
+      Add(first.Reference(1), depth + 1);
+    } else if (instance.Find("GEOMETRIC_CURVE_SET") != nullptr ||
+               instance.Find("DRAUGHTING_CALLOUT") != nullptr) {
+      for (const Value& item : first.List(1)) Add(item.Reference(), depth + 1);
+    } else if (first.name.find("ANNOTATION") != std::string_view::npos) {
+      Add(first.Reference(first.count - 1), depth + 1);
+    }
+  }
+
+  void AddPoint(Id of, const Value& point) {
+    if (!point.IsList() || point.size != 3) return;
+    double xyz[3];
+    for (std::uint32_t i = 0; i < 3; ++i) xyz[i] = NumberOf(of, point.items[i]);
+    if (place_.has_value()) {
+      const QENvector y = cross(place_->axis, place_->x);
+      const QENposition moved =
+          place_->origin + (xyz[0] * place_->x + xyz[1] * y + xyz[2] * place_->axis);
+      xyz[0] = moved.x();
+      xyz[1] = moved.y();
+      xyz[2] = moved.z();
+    }
+    for (std::size_t i = 0; i < 3; ++i) points_[i].push_back(xyz[i]);
+  }
+
+  Reading& reading_;
+  std::optional<Placement> place_;
+  std::vector<double> points_[3];
+};
+
+}  // namespace
+
+std::optional<QENposition> DrawnMiddle(Reading& reading, Id element) {
+  return Collector(reading).Middle(element);
+}
+
+}  // namespace step

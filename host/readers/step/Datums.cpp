@@ -21,13 +21,14 @@ class DatumsReader {
   void Read() {
     for (const char* entity : {"DATUM", "COMMON_DATUM"}) {
       for (const Id id : reading_.file.Of(entity)) {
+        if (!reading_.IsOfProduct(id)) continue;
         reading_.Count("datums");
         reading_.Try(id, [&] { ReadDatum(reading_.Get(id)); });
       }
     }
     for (const char* entity : {"DATUM_TARGET", "PLACED_DATUM_TARGET_FEATURE"}) {
       for (const Id id : reading_.file.Of(entity)) {
-        if (reading_.annotations.count(id) == 0) {
+        if (reading_.annotations.count(id) == 0 && reading_.IsOfProduct(id)) {
           reading_.Skip(Severity::kLost, id, "it is the target of no datum");
         }
       }

@@ -267,8 +267,12 @@ void ReadDimensions(Reading& reading) {
     return reading.file.OffsetOf(a.first) < reading.file.OffsetOf(b.first);
   });
   for (const auto& [id, isSize] : all) {
-    reading.Count("dimensions");
     reading.Try(id, [&, id = id, isSize = isSize] {
+      const Instance& instance = reading.Get(id);
+      const Id aspect = isSize ? instance.As("DIMENSIONAL_SIZE").Reference(0)
+                               : instance.As("SHAPE_ASPECT_RELATIONSHIP").Reference(2);
+      if (!reading.IsOfProduct(aspect)) return;
+      reading.Count("dimensions");
       DimensionReader(reading, reading.Get(id), isSize).Read();
     });
   }

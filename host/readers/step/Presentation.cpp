@@ -38,7 +38,7 @@ class PresentationReader {
       }
     }
     for (const Id id : reading_.file.Of("DRAUGHTING_CALLOUT")) {
-      if (reading_.presentations.count(id) == 0) {
+      if (shownHere_.count(id) == 0) {
         reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
       }
     }
@@ -46,8 +46,8 @@ class PresentationReader {
          {"ANNOTATION_CURVE_OCCURRENCE", "TESSELLATED_ANNOTATION_OCCURRENCE",
           "ANNOTATION_TEXT_OCCURRENCE", "ANNOTATION_FILL_AREA_OCCURRENCE"}) {
       for (const Id id : reading_.file.Of(occurrence)) {
-        const bool isKnown = reading_.presentations.count(id) != 0 ||
-                             !reading_.ReferrersOf(id, "DRAUGHTING_CALLOUT").empty();
+        const bool isKnown =
+            shownHere_.count(id) != 0 || !reading_.ReferrersOf(id, "DRAUGHTING_CALLOUT").empty();
         if (!isKnown) reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
       }
     }
@@ -82,20 +82,19 @@ class PresentationReader {
   }
 
   // What a link says is meant by a presentation. Links to aspects that are no annotation only tell
-  // what is pointed at.
+  // what is pointed at. A callout may show several annotations, as a dimension with the tolerance
+  // below it; the letter of a datum in a callout of something else is not its symbol.
   void ReadLink(const Record& link) {
     const auto meant = reading_.annotations.find(link.Reference(2));
-    const Id element = link.Reference(4);
     if (meant == reading_.annotations.end()) return;
-    if (!reading_.presentations.emplace(element, meant->second).second) {
-      ENTITY* const known = reading_.presentations.at(element);
-      if (known == meant->second || is_ATTRIB_KOVAPMI_DATUM(meant->second) == 1) return;
-      // A callout shows a dimension and the tolerance below it, or several of them.
-      Present(element, *meant->second);
-      shared_[element].push_back(meant->second);
-      return;
-    }
-    Present(element, *meant->second);
+    const Id element = link.Reference(4);
+    ENTITY& annotation = *meant->second;
+    std::vector<ENTITY*>& shown = shownHere_[element];
+    if (std::find(shown.begin(), shown.end(), &annotation) != shown.end()) return;
+    if (!shown.empty() && is_ATTRIB_KOVAPMI_DATUM(&annotation) == 1) return;
+    shown.push_back(&annotation);
+    reading_.shown[element].push_back(&annotation);
+    Present(element, annotation);
   }
 
   void Present(Id element, ENTITY& annotation) {
@@ -193,7 +192,9 @@ class PresentationReader {
     return {};
   }
 
+  // A note is of the product that it points at, else of the outermost one.
   void ReadNote(const Instance& element) {
+    if (!IsNoteOfProduct(element.id)) return;
     reading_.Count("notes");
     const Record* named = element.Find("REPRESENTATION_ITEM");
     const std::string name = (named != nullptr ? *named : element.records.front()).Text(0);
@@ -201,11 +202,19 @@ class PresentationReader {
     const std::string text = TextOf(element);
     auto& note = reading_.part.AddText(reading_.Carrier(entities), Wide(text).c_str());
     reading_.Describe(note, element.id, "note", name);
-    reading_.presentations[element.id] = &note;
+    reading_.shown[element.id].push_back(&note);
     if (text.empty()) {
       reading_.Skip(Severity::kReduced, element.id, "its text is drawn and not stated", &note);
     }
     Place(element.id, note);
+  }
+
+  bool IsNoteOfProduct(Id element) {
+    for (const Id link : reading_.ReferrersOf(element, "DRAUGHTING_MODEL_ITEM_ASSOCIATION")) {
+      const Id aspect = reading_.Get(link).records.front().Reference(2);
+      if (reading_.Is(aspect, "SHAPE_ASPECT")) return reading_.IsOfProduct(aspect);
+    }
+    return reading_.IsOfProduct(0);
   }
 
   std::vector<ENTITY*> PointedAt(Id element) {
@@ -225,7 +234,7 @@ class PresentationReader {
   Reading& reading_;
   std::unordered_map<Id, Id> planes_;  // by element
   std::unordered_set<const ENTITY*> presented_;
-  std::unordered_map<Id, std::vector<ENTITY*>> shared_;
+  std::unordered_map<Id, std::vector<ENTITY*>> shownHere_;  // in this occurrence, by element
 };
 
 }  // namespace

@@ -75,7 +75,11 @@ QENposition Reading::PointOf(Id id, double scale) {
   if (!std::isfinite(xyz[0]) || !std::isfinite(xyz[1]) || !std::isfinite(xyz[2])) {
     throw Unreadable(id, "its coordinates are too large");
   }
-  return {xyz[0], xyz[1], xyz[2]};
+  return Placed({xyz[0], xyz[1], xyz[2]});
+}
+
+QENposition Reading::Placed(const QENposition& point) const {
+  return occurrence_ == nullptr ? point : occurrence_->transform(point);
 }
 
 namespace {
@@ -103,12 +107,41 @@ Placement Reading::PlacementOf(Id id, double scale) {
   if (!(cross(placement.axis, x).length_squared() > 1e-12)) x = otherwise;
   x = x + -dot(x, placement.axis) * placement.axis;
   placement.x = QENunit_vector(x.x(), x.y(), x.z());
+  if (occurrence_ != nullptr) {
+    placement.axis = occurrence_->transform(placement.axis);
+    placement.x = occurrence_->transform(placement.x);
+  }
   return placement;
+}
+
+// --- Products ------------------------------------------------------------------------------------
+
+void Reading::Begin(Assembly& assembly, const Occurrence& occurrence) {
+  assembly_ = &assembly;
+  occurrence_ = &occurrence;
+  firstBody = nullptr;
+  topology.clear();
+  annotations.clear();
+}
+
+bool Reading::IsOfProduct(Id shape) {
+  if (occurrence_ == nullptr || occurrence_->product == 0) return true;
+  const Id product = assembly_->ProductOfShape(shape);
+  return product == occurrence_->product || (product == 0 && occurrence_->path.empty());
+}
+
+bool Reading::HasItem(Id item) {
+  if (occurrence_ == nullptr || occurrence_->product == 0) return true;
+  const auto& products = assembly_->ProductsOfItem(item);
+  return products.count(occurrence_->product) != 0 ||
+         (products.empty() && occurrence_->path.empty());
 }
 
 // --- The model -----------------------------------------------------------------------------------
 
+// What is missing of a product is missing of each of its occurrences, and listed once.
 void Reading::Skip(Severity severity, Id id, const std::string& reason, const ENTITY* annotation) {
+  if (occurrence_ != nullptr && !occurrence_->isFirst) return;
   const Instance* instance = nullptr;
   try {
     instance = file.Find(id);
@@ -123,7 +156,8 @@ void Reading::Skip(Severity severity, Id id, const std::string& reason, const EN
 }
 
 void Reading::Describe(ENTITY& entity, Id id, const char* kind, const std::string& name) {
-  const std::string text = "#" + std::to_string(id);
+  const std::string text =
+      (occurrence_ == nullptr ? "" : occurrence_->path) + "#" + std::to_string(id);
   part.Id(entity, text.c_str());
   if (!name.empty()) part.Name(entity, Wide(name).c_str());
   model.labels[&entity] = {kind, name.empty() ? text : name};

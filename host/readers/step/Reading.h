@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "model/Model.h"
+#include "readers/step/Assembly.h"
 #include "readers/step/Exchange.h"
 #include "readers/step/Units.h"
 
@@ -27,11 +28,12 @@ class Reading {
   Units units;
   Model model;
   standin::Part& part;
-  BODY* firstBody = nullptr;
-  std::unordered_set<const ENTITY*> inBody;       // topology that hangs together with a body
-  std::unordered_map<Id, ENTITY*> topology;       // bodies, faces, edges, vertices
-  std::unordered_map<Id, ENTITY*> annotations;    // by the instance that says what it means
-  std::unordered_map<Id, ENTITY*> presentations;  // by callout and annotation occurrence
+  BODY* firstBody = nullptr;                    // of the occurrence that is being read
+  std::unordered_set<const ENTITY*> inBody;     // topology that hangs together with a body
+  std::unordered_map<Id, ENTITY*> topology;     // bodies, faces, edges, vertices
+  std::unordered_map<Id, ENTITY*> annotations;  // by the instance that says what it means
+  // By callout and annotation occurrence, of all occurrences read so far.
+  std::unordered_map<Id, std::vector<ENTITY*>> shown;
 
   // --- Instances ---
 
@@ -44,13 +46,25 @@ class Reading {
   QENposition PointOf(Id cartesianPoint, double scale = 1);
   Placement PlacementOf(Id axis2Placement, double scale = 1);
 
+  // --- Products ---
+
+  // Begins to read an occurrence: nothing of it is known yet.
+  // REQUIRES: both outlive the reading of the occurrence.
+  void Begin(Assembly& assembly, const Occurrence& occurrence);
+  // Whether a shape aspect, or a product's shape, is of the occurrence's product. What names no
+  // product is of the first one.
+  bool IsOfProduct(Id shape);
+  // Whether the occurrence's product has an item in its shape.
+  bool HasItem(Id item);
+
   // --- The model ---
 
   // Lists what the model lacks of an instance, under the annotation that it belongs to.
   void Skip(Severity severity, Id id, const std::string& reason,
             const ENTITY* annotation = nullptr);
   void Count(const char* kind, long more = 1) { model.counts[kind] += more; }
-  // Gives an entity the instance's number as id, its name (when there is one) and its label.
+  // Gives an entity the instance's number, behind the occurrence's path, as id, its name (when
+  // there is one) and its label.
   void Describe(ENTITY& entity, Id id, const char* kind, const std::string& name);
   // Notes a value as written where its unit is not the model's.
   void Write(const ENTITY& annotation, const char* field, const Quantity& quantity);
@@ -70,6 +84,10 @@ class Reading {
   }
 
  private:
+  QENposition Placed(const QENposition& point) const;
+
+  Assembly* assembly_ = nullptr;
+  const Occurrence* occurrence_ = nullptr;
   std::unordered_map<const ENTITY*, std::string> ids_;  // of annotations and captures
 };
 

@@ -79,6 +79,7 @@ class TolerancesReader {
               [this](Id a, Id b) { return reading_.file.OffsetOf(a) < reading_.file.OffsetOf(b); });
     FindRows();
     for (const Id id : all) {
+      if (!IsOfProduct(id)) continue;
       reading_.Count("geometricToleranceRows");
       if (isLower_.count(id) != 0) continue;
       reading_.Count("geometricTolerances");
@@ -87,6 +88,14 @@ class TolerancesReader {
   }
 
  private:
+  bool IsOfProduct(Id id) {
+    try {
+      return reading_.IsOfProduct(reading_.Get(id).As("GEOMETRIC_TOLERANCE").Reference(3));
+    } catch (const Unreadable&) {
+      return true;
+    }
+  }
+
   // The upper row relates to the lower one; which is the third is told by chains.
   void FindRows() {
     for (const Id id : reading_.file.Of("GEOMETRIC_TOLERANCE_RELATIONSHIP")) {

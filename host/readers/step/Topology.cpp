@@ -30,7 +30,7 @@ class TopologyReader {
   template <typename Work>
   void Each(const char* entity, Work work) {
     for (const Id id : reading_.file.Of(entity)) {
-      if (reading_.topology.count(id) != 0) continue;
+      if (reading_.topology.count(id) != 0 || !reading_.HasItem(id)) continue;
       try {
         work(reading_.Get(id));
       } catch (const Unreadable& problem) {

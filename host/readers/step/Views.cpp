@@ -37,9 +37,11 @@ class ViewReader {
  private:
   // An annotation by its presentation, or by the plane that its presentation lies in.
   void AddMembers(Id item, std::vector<ENTITY*>& members) {
-    const auto found = reading_.presentations.find(item);
-    if (found != reading_.presentations.end()) {
-      if (seen_.insert(found->second).second) members.push_back(found->second);
+    const auto found = reading_.shown.find(item);
+    if (found != reading_.shown.end()) {
+      for (ENTITY* annotation : found->second) {
+        if (seen_.insert(annotation).second) members.push_back(annotation);
+      }
       return;
     }
     if (!reading_.Is(item, "ANNOTATION_PLANE")) return;

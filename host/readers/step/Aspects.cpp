@@ -26,9 +26,11 @@ class AspectReader {
   }
 
  private:
+  // Listed once for a usage, however many of its items are missing and aspects are read.
   void Add(Id item, Id of) {
     const auto found = reading_.topology.find(item);
     if (found == reading_.topology.end()) {
+      if (!reading_.listedUsages.insert(of).second) return;
       return reading_.Skip(Severity::kLost, of,
                            "its item #" + std::to_string(item) + " is nothing of the model");
     }

@@ -152,9 +152,11 @@ KOVAPMI_DRF* ReadFrame(Reading& reading, const Instance& tolerance) {
   const Record* own = tolerance.Find("GEOMETRIC_TOLERANCE_WITH_DATUM_REFERENCE");
   // A simple instance has its datum references behind what all tolerances have.
   constexpr std::uint32_t kCommon = 4;
-  if (own == nullptr && tolerance.records.size() == 1 &&
-      tolerance.records.front().count == kCommon + 1) {
-    own = &tolerance.records.front();
+  const Record& first = tolerance.records.front();
+  if (own == nullptr && tolerance.records.size() == 1 && first.count == kCommon + 1 &&
+      first.At(kCommon).begin() != first.At(kCommon).end() &&
+      first.At(kCommon).begin()->kind == Value::kReference) {
+    own = &first;
   }
   if (own == nullptr) return nullptr;
   return FrameReader(reading, tolerance.id).Read(own->List(own->count - 1));

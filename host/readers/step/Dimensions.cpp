@@ -104,6 +104,15 @@ class DimensionReader {
     }
     auto& dimension = reading_.part.AddDimension(members, kind.type, kind.subtype, 0);
     reading_.Describe(dimension, instance_.id, "dimension", name);
+    for (const char* more : {"DIMENSIONAL_SIZE_WITH_PATH", "DIMENSIONAL_LOCATION_WITH_PATH",
+                             "DIRECTED_DIMENSIONAL_LOCATION"}) {
+      if (instance_.Find(more) == nullptr) continue;
+      reading_.Skip(Severity::kReduced, instance_.id,
+                    std::string_view(more) == "DIRECTED_DIMENSIONAL_LOCATION"
+                        ? "its direction is left out"
+                        : "its path is left out",
+                    &dimension);
+    }
     if (kind.name.empty() && !isAngular) {
       reading_.Skip(Severity::kReduced, instance_.id, "its kind '" + name + "' is unknown",
                     &dimension);
@@ -121,18 +130,9 @@ class DimensionReader {
       return ReadNote(note->Text(note->count - 1));
     }
     if (const Record* compound = item.Find("COMPOUND_REPRESENTATION_ITEM")) {
-      if (depth > 10) throw Unreadable(id, "its items are nested too deeply");
-      for (const Value& inner : compound->At(compound->count - 1).Untyped()) {
-        ReadItem(inner.Reference(), depth + 1);
-      }
-      return;
+      return ReadItems(*compound, depth);
     }
-    if (const Record* range = item.Find("VALUE_RANGE")) {
-      for (const Value& inner : range->At(range->count - 1).Untyped()) {
-        ReadItem(inner.Reference(), depth + 1);
-      }
-      return;
-    }
+    if (const Record* range = item.Find("VALUE_RANGE")) return ReadItems(*range, depth);
     const Quantity quantity = reading_.units.Measure(id);
     if (name == "upper limit" || name == "maximum") {
       limits_[0] = quantity;
@@ -149,6 +149,15 @@ class DimensionReader {
     ReadQualifiers(item);
   }
 
+  // The items of a set, each once: none holds itself.
+  void ReadItems(const Record& set, int depth) {
+    if (depth > 10) throw Unreadable(set.of, "its items are nested too deeply");
+    if (!sets_.insert(set.of).second) return;
+    for (const Value& inner : set.At(set.count - 1).Untyped()) {
+      ReadItem(inner.Reference(), depth + 1);
+    }
+  }
+
   void ReadQualifiers(const Instance& item) {
     const Record* const record = item.Find("QUALIFIED_REPRESENTATION_ITEM");
     if (record == nullptr) return;
@@ -159,6 +168,9 @@ class DimensionReader {
         after_ += (after_.empty() ? "" : " ") + (text == "maximum"   ? "MAX"
                                                  : text == "minimum" ? "MIN"
                                                                      : text);
+      } else if (qualifier.Find("VALUE_FORMAT_TYPE_QUALIFIER") == nullptr) {
+        reading_.Skip(Severity::kReduced, instance_.id,
+                      std::string(qualifier.records.front().name) + " is left out", dimension_);
       }
     }
   }
@@ -247,6 +259,7 @@ class DimensionReader {
   bool hasLimit_[2] = {};
   bool hasDeviations_ = false;
   std::string prefix_, suffix_, after_;
+  std::unordered_set<Id> sets_;
 };
 
 }  // namespace

@@ -32,7 +32,7 @@ class Collector {
     constexpr int kDeepest = 10;
     const Instance& instance = reading_.Get(id);
     const Record& first = instance.records.front();
-    if (depth > kDeepest || instance.Find("ANNOTATION_PLACEHOLDER_OCCURRENCE") != nullptr) return;
+    if (depth > kDeepest || !seen_.insert(id).second || IsPlaceholder(instance)) return;
     if (const Record* coordinates = instance.Find("COORDINATES_LIST")) {
       for (const Value& point : coordinates->List(coordinates->count - 1)) AddPoint(id, point);
     } else if (const Record* line = instance.Find("POLYLINE")) {
@@ -45,11 +45,17 @@ class Collector {
       if (moved != nullptr) place_ = reading_.PlacementOf(moved->Reference(0));
       for (const Value& item : set->List(set->count - 1)) Add(item.Reference(), depth + 1);
       place_.reset();
+    } else if (const Record* text = instance.Find("TEXT_LITERAL")) {
+      const QENposition origin =
+          reading_.PlacementOf(text->Reference(text->count == 6 ? 2 : 1)).origin;
+      points_[0].push_back(origin.x());
+      points_[1].push_back(origin.y());
+      points_[2].push_back(origin.z());
     } else if (instance.Find("TESSELLATED_CURVE_SET") != nullptr ||
                instance.Find("COMPLEX_TRIANGULATED_SURFACE_SET") != nullptr) {
       Add(first.Reference(1), depth + 1);
     } else if (instance.Find("GEOMETRIC_CURVE_SET") != nullptr ||
-               instance.Find("DRAUGHTING_CALLOUT") != nullptr) {
+               first.name.find("CALLOUT") != std::string_view::npos) {
       for (const Value& item : first.List(1)) Add(item.Reference(), depth + 1);
     } else if (first.name.find("ANNOTATION") != std::string_view::npos) {
       Add(first.Reference(first.count - 1), depth + 1);
@@ -72,11 +78,19 @@ class Collector {
   }
 
   Reading& reading_;
+  std::unordered_set<Id> seen_;  // what refers to itself does not come twice
   std::optional<Placement> place_;
   std::vector<double> points_[3];
 };
 
 }  // namespace
+
+bool IsPlaceholder(const Instance& occurrence) {
+  for (const Record& record : occurrence.records) {
+    if (record.name.find("ANNOTATION_PLACEHOLDER_OCCURRENCE") == 0) return true;
+  }
+  return false;
+}
 
 std::optional<QENposition> DrawnMiddle(Reading& reading, Id element) {
   return Collector(reading).Middle(element);

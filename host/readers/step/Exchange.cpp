@@ -88,8 +88,13 @@ std::size_t Exchange::OffsetOf(Id id) const {
 long Exchange::LineOf(Id id) const {
   const Place* const place = PlaceOf(id);
   if (place == nullptr) return 0;
-  const auto begin = text_.begin();
-  return 1 + std::count(begin, begin + static_cast<std::ptrdiff_t>(place->begin), '\n');
+  if (lineEnds_.empty()) {
+    for (std::size_t i = 0; (i = text_.find('\n', i)) != std::string_view::npos; ++i) {
+      lineEnds_.push_back(i);
+    }
+  }
+  return 1 +
+         (std::lower_bound(lineEnds_.begin(), lineEnds_.end(), place->begin) - lineEnds_.begin());
 }
 
 void Exchange::Fail(std::size_t offset, const std::string& what) const {

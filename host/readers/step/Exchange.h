@@ -147,6 +147,7 @@ class Exchange {
   std::unordered_map<std::string_view, std::vector<Id>> byEntity_;
   std::vector<std::pair<Id, std::uint32_t>> references_;  // to whom, from which place; sorted
   std::unordered_map<Id, std::unique_ptr<const Instance>> read_;
+  mutable std::vector<std::size_t> lineEnds_;  // found when a line is first asked for
 };
 
 }  // namespace step

@@ -25,35 +25,55 @@ void WithHolder(ENTITY& annotation, Work work) {
   }
 }
 
+constexpr std::string_view kCallouts[] = {"DRAUGHTING_CALLOUT",           "LEADER_DIRECTED_CALLOUT",
+                                          "PROJECTION_DIRECTED_CALLOUT",  "DATUM_FEATURE_CALLOUT",
+                                          "DATUM_TARGET_CALLOUT",         "DIMENSION_CALLOUT",
+                                          "GEOMETRICAL_TOLERANCE_CALLOUT"};
+
 class PresentationReader {
  public:
   explicit PresentationReader(Reading& reading) : reading_(reading) {}
 
   void Read() {
     FindPlanes();
-    for (const char* link : {"DRAUGHTING_MODEL_ITEM_ASSOCIATION",
-                             "DRAUGHTING_MODEL_ITEM_ASSOCIATION_WITH_PLACEHOLDER"}) {
-      for (const Id id : reading_.file.Of(link)) {
-        reading_.Try(id, [&] { ReadLink(reading_.Get(id).records.front()); });
+    // What is meant comes before what is only pointed at: a datum by its feature.
+    for (const bool byFeature : {false, true}) {
+      for (const char* link : {"DRAUGHTING_MODEL_ITEM_ASSOCIATION",
+                               "DRAUGHTING_MODEL_ITEM_ASSOCIATION_WITH_PLACEHOLDER"}) {
+        for (const Id id : reading_.file.Of(link)) {
+          reading_.Try(id, [&] { ReadLink(reading_.Get(id).records.front(), byFeature); });
+        }
       }
     }
-    for (const Id id : reading_.file.Of("DRAUGHTING_CALLOUT")) {
-      if (shownHere_.count(id) == 0) {
-        reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
+    for (const std::string_view callout : kCallouts) {
+      for (const Id id : reading_.file.Of(callout)) {
+        if (shownHere_.count(id) == 0) reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
       }
     }
     for (const char* occurrence :
          {"ANNOTATION_CURVE_OCCURRENCE", "TESSELLATED_ANNOTATION_OCCURRENCE",
           "ANNOTATION_TEXT_OCCURRENCE", "ANNOTATION_FILL_AREA_OCCURRENCE"}) {
       for (const Id id : reading_.file.Of(occurrence)) {
-        const bool isKnown =
-            shownHere_.count(id) != 0 || !reading_.ReferrersOf(id, "DRAUGHTING_CALLOUT").empty();
+        const bool isKnown = shownHere_.count(id) != 0 || !CalloutsOf(id).empty();
         if (!isKnown) reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
       }
     }
   }
 
  private:
+  bool IsCallout(Id id) {
+    return std::any_of(std::begin(kCallouts), std::end(kCallouts),
+                       [&](std::string_view callout) { return reading_.Is(id, callout); });
+  }
+
+  std::vector<Id> CalloutsOf(Id element) {
+    std::vector<Id> callouts;
+    for (const Id user : reading_.file.ReferrersOf(element)) {
+      if (IsCallout(user)) callouts.push_back(user);
+    }
+    return callouts;
+  }
+
   // The plane that a presentation element lies in.
   void FindPlanes() {
     for (const Id id : reading_.file.Of("ANNOTATION_PLANE")) {
@@ -69,11 +89,11 @@ class PresentationReader {
   Id PlaneOf(Id element) {
     const auto own = planes_.find(element);
     if (own != planes_.end()) return own->second;
-    for (const Id callout : reading_.ReferrersOf(element, "DRAUGHTING_CALLOUT")) {
+    for (const Id callout : CalloutsOf(element)) {
       const auto found = planes_.find(callout);
       if (found != planes_.end()) return found->second;
     }
-    if (!reading_.Is(element, "DRAUGHTING_CALLOUT")) return 0;
+    if (!IsCallout(element)) return 0;
     for (const Value& content : reading_.Get(element).records.front().List(1)) {
       const auto found = planes_.find(content.Reference());
       if (found != planes_.end()) return found->second;
@@ -84,14 +104,17 @@ class PresentationReader {
   // What a link says is meant by a presentation. Links to aspects that are no annotation only tell
   // what is pointed at. A callout may show several annotations, as a dimension with the tolerance
   // below it; the letter of a datum in a callout of something else is not its symbol.
-  void ReadLink(const Record& link) {
+  void ReadLink(const Record& link, bool byFeature) {
     const auto meant = reading_.annotations.find(link.Reference(2));
     if (meant == reading_.annotations.end()) return;
-    const Id element = link.Reference(4);
     ENTITY& annotation = *meant->second;
+    const bool isFeature =
+        is_ATTRIB_KOVAPMI_DATUM(&annotation) == 1 && !reading_.Is(meant->first, "DATUM");
+    if (isFeature != byFeature) return;
+    const Id element = link.Reference(4);
     std::vector<ENTITY*>& shown = shownHere_[element];
+    if (byFeature && !shown.empty()) return;
     if (std::find(shown.begin(), shown.end(), &annotation) != shown.end()) return;
-    if (!shown.empty() && is_ATTRIB_KOVAPMI_DATUM(&annotation) == 1) return;
     shown.push_back(&annotation);
     reading_.shown[element].push_back(&annotation);
     Present(element, annotation);
@@ -126,12 +149,13 @@ class PresentationReader {
 
   // A leader is a curve that ends at what it points at; of what is drawn only its ends are kept.
   void AddLeaders(Id element, KOVAPMI_DISPLAY_PROPERTIES& display, const ENTITY& annotation) {
-    if (!reading_.Is(element, "DRAUGHTING_CALLOUT")) return;
+    if (!IsCallout(element)) return;
     bool isDrawn = false;
     for (const Value& content : reading_.Get(element).records.front().List(1)) {
       const Id id = content.Reference();
       if (!reading_.Is(id, "LEADER_CURVE")) {
-        isDrawn = isDrawn || !reading_.Is(id, "ANNOTATION_PLACEHOLDER_OCCURRENCE");
+        isDrawn = isDrawn || !(IsPlaceholder(reading_.Get(id)) ||
+                               reading_.Is(id, "ANNOTATION_TEXT_OCCURRENCE"));
         continue;
       }
       const Record& curve = reading_.Get(id).As("LEADER_CURVE");
@@ -159,14 +183,15 @@ class PresentationReader {
   // is drawn.
   std::string TextOf(const Instance& element) {
     std::string text;
-    if (element.Find("DRAUGHTING_CALLOUT") != nullptr) {
+    if (IsCallout(element.id)) {
       for (const Value& content : element.records.front().List(1)) {
         const Id id = content.Reference();
         if (!reading_.Is(id, "ANNOTATION_TEXT_OCCURRENCE")) continue;
         const Record& occurrence = reading_.Get(id).records.front();
         const Instance& literal = reading_.Get(occurrence.Reference(occurrence.count - 1));
         if (const Record* record = literal.Find("TEXT_LITERAL")) {
-          text += (text.empty() ? "" : "\n") + record->Text(record->count == 5 ? 1 : 0);
+          // A simple instance has its name first.
+          text += (text.empty() ? "" : "\n") + record->Text(record->count == 6 ? 1 : 0);
         }
       }
     }

@@ -34,6 +34,7 @@ class Reading {
   std::unordered_map<Id, ENTITY*> annotations;  // by the instance that says what it means
   // By callout and annotation occurrence, of all occurrences read so far.
   std::unordered_map<Id, std::vector<ENTITY*>> shown;
+  std::unordered_set<Id> listedUsages;  // with an item that is nothing of the model
 
   // --- Instances ---
 
@@ -102,6 +103,8 @@ void ReadSavedViews(Reading& reading);
 
 // The reference frame of a tolerance; null when it names none.
 KOVAPMI_DRF* ReadFrame(Reading& reading, const Instance& tolerance);
+// Adds the shape and the projection of a tolerance's zones to its row.
+void ReadZones(Reading& reading, Id tolerance, KOVAPMI_GEOM_TOL_ROW& row, const ENTITY& annotation);
 
 std::wstring Wide(std::string_view utf8);
 

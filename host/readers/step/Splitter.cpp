@@ -75,7 +75,9 @@ std::string_view Splitter::Statement() {
     }
   }
   if (at_ >= text_.size()) exchange_.Fail(begin, "the file is cut off inside a statement");
-  return text_.substr(begin, at_++ - begin);
+  std::size_t end = at_++;
+  while (end > begin && IsBlank(text_[end - 1])) --end;
+  return text_.substr(begin, end - begin);
 }
 
 void Splitter::Split() {
@@ -89,6 +91,7 @@ void Splitter::Split() {
     if (Take("ANCHOR") || Take("REFERENCE") || Take("SIGNATURE")) {
       SkipSection();
     } else {
+      if (at_ >= text_.size()) Require("END-ISO-10303-21");
       Require("DATA");
       Statement();
       ReadData();

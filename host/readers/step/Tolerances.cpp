@@ -32,6 +32,16 @@ constexpr ToleranceKind kKinds[] = {
     {"TOTAL_RUNOUT_TOLERANCE", tol_total_runout},
 };
 
+// What a tolerance can be besides its kind; with these alone its kind is not stated.
+constexpr std::string_view kAspects[] = {"GEOMETRIC_TOLERANCE",
+                                         "GEOMETRIC_TOLERANCE_WITH_DATUM_REFERENCE",
+                                         "GEOMETRIC_TOLERANCE_WITH_DEFINED_AREA_UNIT",
+                                         "GEOMETRIC_TOLERANCE_WITH_DEFINED_UNIT",
+                                         "GEOMETRIC_TOLERANCE_WITH_MAXIMUM_TOLERANCE",
+                                         "GEOMETRIC_TOLERANCE_WITH_MODIFIERS",
+                                         "MODIFIED_GEOMETRIC_TOLERANCE",
+                                         "UNEQUALLY_DISPOSED_GEOMETRIC_TOLERANCE"};
+
 struct ZoneModifier {
   std::string_view name;
   zone_modifier_type type;
@@ -54,14 +64,6 @@ constexpr ZoneModifier kModifiers[] = {
     {"TANGENT_PLANE", zone_mod_tangent_plane},
 };
 
-mod_dia_type ZoneShape(const std::string& form) {
-  if (form == "cylindrical or circular" || form == "within a cylinder" ||
-      form == "within a circle") {
-    return mod_dia_diametrical;
-  }
-  return form == "spherical" || form == "within a sphere" ? mod_dia_spherical : mod_dia_none;
-}
-
 class TolerancesReader {
  public:
   explicit TolerancesReader(Reading& reading) : reading_(reading) {}
@@ -72,12 +74,14 @@ class TolerancesReader {
       for (const Id id : reading_.file.Of(kind.entity))
         kinds_.emplace(id, kind.type).second ? all.push_back(id) : void();
     }
-    for (const Id id : reading_.file.Of("GEOMETRIC_TOLERANCE")) {
-      if (kinds_.emplace(id, tol_unknown).second) all.push_back(id);
+    for (const std::string_view aspect : kAspects) {
+      for (const Id id : reading_.file.Of(aspect)) {
+        if (kinds_.emplace(id, tol_unknown).second) all.push_back(id);
+      }
     }
     std::sort(all.begin(), all.end(),
               [this](Id a, Id b) { return reading_.file.OffsetOf(a) < reading_.file.OffsetOf(b); });
-    FindRows();
+    FindRows(all);
     for (const Id id : all) {
       if (!IsOfProduct(id)) continue;
       reading_.Count("geometricToleranceRows");
@@ -97,7 +101,7 @@ class TolerancesReader {
   }
 
   // The upper row relates to the lower one; which is the third is told by chains.
-  void FindRows() {
+  void FindRows(const std::vector<Id>& all) {
     for (const Id id : reading_.file.Of("GEOMETRIC_TOLERANCE_RELATIONSHIP")) {
       reading_.Try(id, [&] {
         const Record& record = reading_.Get(id).records.front();
@@ -106,24 +110,33 @@ class TolerancesReader {
         if (kinds_.count(upper) == 0 || kinds_.count(lower) == 0 || upper == lower) {
           throw Unreadable(id, "it does not join two tolerances");
         }
-        if (isLower_.insert(lower).second) lower_[upper].push_back(lower);
+        if (!isLower_.insert(lower).second) {
+          throw Unreadable(id, "its lower row is one already");
+        }
+        lower_[upper].push_back(lower);
       });
     }
-    // A ring has no upper row: then each stands for itself.
-    for (const auto& [upper, rows] : std::unordered_map<Id, std::vector<Id>>(lower_)) {
-      std::unordered_set<Id> seen;
-      std::vector<Id> pending = rows;
-      while (!pending.empty()) {
-        const Id next = pending.back();
-        pending.pop_back();
-        if (next == upper) {
-          isLower_.erase(upper);
-          break;
-        }
-        const auto more = lower_.find(next);
-        if (!seen.insert(next).second || more == lower_.end()) continue;
-        pending.insert(pending.end(), more->second.begin(), more->second.end());
-      }
+    // A ring has no upper row; the first of it in the file counts as that.
+    std::unordered_set<Id> reached;
+    for (const Id id : all) {
+      if (isLower_.count(id) == 0) Reach(id, reached);
+    }
+    for (const Id id : all) {
+      if (reached.count(id) != 0) continue;
+      reading_.Skip(Severity::kReduced, id, "its rows are joined in a ring");
+      isLower_.erase(id);
+      Reach(id, reached);
+    }
+  }
+
+  void Reach(Id upper, std::unordered_set<Id>& reached) const {
+    std::vector<Id> pending = {upper};
+    while (!pending.empty()) {
+      const Id next = pending.back();
+      pending.pop_back();
+      const auto more = lower_.find(next);
+      if (!reached.insert(next).second || more == lower_.end()) continue;
+      pending.insert(pending.end(), more->second.begin(), more->second.end());
     }
   }
 
@@ -172,8 +185,22 @@ class TolerancesReader {
     ReadUnit(instance, fields);
     fields.frame = ReadFrame(reading_, instance);
     AddModifiers(instance, row);
-    ReadZone(instance.id, row, fields);
+    ListUnread(instance);
+    ReadZones(reading_, instance.id, row, *tolerance_);
     return row;
+  }
+
+  void ListUnread(const Instance& instance) {
+    for (const Record& record : instance.records) {
+      const bool isAspect =
+          std::find(std::begin(kAspects), std::end(kAspects), record.name) != std::end(kAspects);
+      const bool isKind =
+          std::any_of(std::begin(kKinds), std::end(kKinds),
+                      [&](const ToleranceKind& kind) { return kind.entity == record.name; });
+      if (isAspect || isKind) continue;
+      reading_.Skip(Severity::kReduced, instance.id, std::string(record.name) + " is left out",
+                    tolerance_);
+    }
   }
 
   // A tolerance on a unit basis: a length, or an area of a kind and, for rectangles, a second side.
@@ -232,20 +259,6 @@ class TolerancesReader {
     }
     reading_.Skip(Severity::kReduced, id, "the model has no modifier " + std::string(name),
                   tolerance_);
-  }
-
-  void ReadZone(Id id, KOVAPMI_GEOM_TOL_ROW& row, KOVAPMI_GEOM_TOL_ROW::fields& fields) {
-    for (const Id zone : reading_.ReferrersOf(id, "TOLERANCE_ZONE")) {
-      const Record& record = reading_.Get(zone).As("TOLERANCE_ZONE");
-      const std::string form =
-          reading_.Get(record.Reference(record.count - 1)).records.front().Text(0);
-      fields.zone_shape = ZoneShape(form);
-      for (const Id projected : reading_.ReferrersOf(zone, "PROJECTED_ZONE_DEFINITION")) {
-        const Record& definition = reading_.Get(projected).records.front();
-        reading_.part.AddModifier(row, zone_mod_projected_zone,
-                                  Length(definition.Reference(definition.count - 1), "projected"));
-      }
-    }
   }
 
   Reading& reading_;

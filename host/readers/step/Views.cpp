@@ -57,10 +57,10 @@ class ViewReader {
   // The window's height gives the zoom: one over half of it.
   KOVAPMI_CAMERA& MakeCamera(const std::string& name) {
     const Record& record = reading_.Get(camera_).As("CAMERA_MODEL_D3");
-    const bool isSimple = record.name == "CAMERA_MODEL_D3" && record.count == 3;
-    const Placement view = reading_.PlacementOf(record.Reference(isSimple ? 1 : record.count - 2));
-    const Record& volume =
-        reading_.Get(record.Reference(isSimple ? 2 : record.count - 1)).As("VIEW_VOLUME");
+    // In a complex instance the name stands elsewhere.
+    const std::uint32_t first = record.count == 2 ? 0 : 1;
+    const Placement view = reading_.PlacementOf(record.Reference(first));
+    const Record& volume = reading_.Get(record.Reference(first + 1)).As("VIEW_VOLUME");
     const bool isPerspective = volume.Enumeration(0) == "CENTRAL";
     const double distance = volume.Number(2);
     const Record& window = reading_.Get(volume.Reference(8)).As("PLANAR_BOX");
@@ -71,11 +71,20 @@ class ViewReader {
     fields.type = isPerspective ? camera_perspective : camera_parallel;
     fields.direction = -1.0 * view.axis;
     fields.direction_normal = cross(view.axis, view.x);
-    fields.origin = view.origin;
-    fields.target = view.origin + std::abs(distance) * fields.direction;
+    // The eye of a perspective is the projection point; parallel views have theirs at the origin.
+    QENposition eye = view.origin;
+    double depth = std::abs(distance);
+    if (isPerspective) {
+      const QENposition point = reading_.PointOf(volume.Reference(1));
+      const QENvector y = cross(view.axis, view.x);
+      eye = eye + (point.x() * view.x + point.y() * y + point.z() * view.axis);
+      depth = std::abs(distance - point.z());
+    }
+    fields.origin = eye;
+    fields.target = eye + depth * fields.direction;
     if (height > 0) fields.zoom = 2 / height;
-    if (isPerspective && std::abs(distance) > 0) {
-      fields.view_angle = 2 * kDegrees * std::atan(0.5 * height / std::abs(distance));
+    if (isPerspective && depth > 0) {
+      fields.view_angle = 2 * kDegrees * std::atan(0.5 * height / depth);
     }
     return camera;
   }
@@ -111,13 +120,20 @@ class ViewReader {
 }  // namespace
 
 void ReadSavedViews(Reading& reading) {
+  std::vector<Id> cameras;
   for (const char* entity : {"CAMERA_MODEL_D3", "CAMERA_MODEL_D3_MULTI_CLIPPING"}) {
-    for (const Id camera : reading.file.Of(entity)) {
-      for (const Id model : reading.file.ReferrersOf(camera)) {
-        if (!reading.Is(model, "DRAUGHTING_MODEL")) continue;
-        reading.Count("savedViews");
-        reading.Try(model, [&] { ViewReader(reading, camera, model).Read(); });
-      }
+    const std::vector<Id>& all = reading.file.Of(entity);
+    cameras.insert(cameras.end(), all.begin(), all.end());
+  }
+  std::stable_sort(cameras.begin(), cameras.end(),
+                   [&](Id a, Id b) { return reading.file.OffsetOf(a) < reading.file.OffsetOf(b); });
+  // A complex instance is in both lists.
+  cameras.erase(std::unique(cameras.begin(), cameras.end()), cameras.end());
+  for (const Id camera : cameras) {
+    for (const Id model : reading.file.ReferrersOf(camera)) {
+      if (!reading.Is(model, "DRAUGHTING_MODEL")) continue;
+      reading.Count("savedViews");
+      reading.Try(model, [&] { ViewReader(reading, camera, model).Read(); });
     }
   }
 }

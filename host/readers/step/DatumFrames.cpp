@@ -127,7 +127,7 @@ class FrameReader {
         reading_.Get(modifier.Reference()).As("DATUM_REFERENCE_MODIFIER_WITH_VALUE");
     const std::string_view type = record.Enumeration(0);
     if (type != "PROJECTED") return AddModifier(datum, type);
-    const Quantity length = reading_.units.Measure(record.Reference(1));
+    const Quantity length = reading_.units.Measure(record.Reference(1), false);
     reading_.part.AddModifier(datum, zone_mod_projected_zone, length.value);
   }
 

@@ -125,7 +125,7 @@ class DatumsReader {
       const Instance& instance = reading_.Get(id);
       const Record* named = instance.Find("REPRESENTATION_ITEM");
       const std::string name = (named != nullptr ? *named : instance.records.front()).Text(0);
-      const Quantity quantity = reading_.units.Measure(id);
+      const Quantity quantity = reading_.units.Measure(id, false);
       reading_.Write(attribute, "size", quantity);
       const std::string written = quantity.unit == reading_.units.LinearUnit()
                                       ? quantity.written

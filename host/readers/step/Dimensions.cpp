@@ -51,7 +51,11 @@ double Difference(double a, double b) {
 class DimensionReader {
  public:
   DimensionReader(Reading& reading, const Instance& instance, bool isSize)
-      : reading_(reading), instance_(instance), isSize_(isSize) {}
+      : reading_(reading),
+        instance_(instance),
+        isSize_(isSize),
+        isAngular_(instance.Find("ANGULAR_SIZE") != nullptr ||
+                   instance.Find("ANGULAR_LOCATION") != nullptr) {}
 
   void Read() {
     auto& dimension = MakeDimension();
@@ -77,8 +81,6 @@ class DimensionReader {
 
  private:
   KOVAPMI_DIMENSION& MakeDimension() {
-    const bool isAngular =
-        instance_.Find("ANGULAR_SIZE") != nullptr || instance_.Find("ANGULAR_LOCATION") != nullptr;
     std::string name;
     std::vector<ENTITY*> members;
     if (isSize_) {
@@ -93,11 +95,11 @@ class DimensionReader {
     }
     // Kinds are followed by more at times: "linear distance inner inner".
     DimensionKind kind =
-        isAngular ? DimensionKind{"", dim_angular, isSize_ ? dim_sub_angle : dim_sub_angle_between}
-        : isSize_ ? DimensionKind{"", dim_linear, dim_sub_length}
-                  : DimensionKind{"", dim_linear, dim_sub_distance};
+        isAngular_ ? DimensionKind{"", dim_angular, isSize_ ? dim_sub_angle : dim_sub_angle_between}
+        : isSize_  ? DimensionKind{"", dim_linear, dim_sub_length}
+                   : DimensionKind{"", dim_linear, dim_sub_distance};
     for (const DimensionKind& known : kKinds) {
-      if (!isAngular && name.substr(0, known.name.size()) == known.name &&
+      if (!isAngular_ && name.substr(0, known.name.size()) == known.name &&
           known.name.size() > kind.name.size()) {
         kind = known;
       }
@@ -113,7 +115,7 @@ class DimensionReader {
                         : "its path is left out",
                     &dimension);
     }
-    if (kind.name.empty() && !isAngular) {
+    if (kind.name.empty() && !isAngular_) {
       reading_.Skip(Severity::kReduced, instance_.id, "its kind '" + name + "' is unknown",
                     &dimension);
     }
@@ -133,7 +135,7 @@ class DimensionReader {
       return ReadItems(*compound, depth);
     }
     if (const Record* range = item.Find("VALUE_RANGE")) return ReadItems(*range, depth);
-    const Quantity quantity = reading_.units.Measure(id);
+    const Quantity quantity = reading_.units.Measure(id, isAngular_);
     if (name == "upper limit" || name == "maximum") {
       limits_[0] = quantity;
       hasLimit_[0] = true;
@@ -200,8 +202,8 @@ class DimensionReader {
       return;
     }
     if (record.name != "TOLERANCE_VALUE") throw Unreadable(range.id, "it is no tolerance value");
-    deviations_[0] = reading_.units.Measure(record.Reference(1));
-    deviations_[1] = reading_.units.Measure(record.Reference(0));
+    deviations_[0] = reading_.units.Measure(record.Reference(1), isAngular_);
+    deviations_[1] = reading_.units.Measure(record.Reference(0), isAngular_);
     // In whichever order they stand.
     if (deviations_[0].value < deviations_[1].value) std::swap(deviations_[0], deviations_[1]);
     hasDeviations_ = true;
@@ -251,6 +253,7 @@ class DimensionReader {
   Reading& reading_;
   const Instance& instance_;
   bool isSize_;
+  bool isAngular_;
   KOVAPMI_DIMENSION* dimension_ = nullptr;
   Quantity value_;
   Quantity limits_[2];      // upper, lower

@@ -54,11 +54,12 @@ class Collector {
     } else if (instance.Find("TESSELLATED_CURVE_SET") != nullptr ||
                instance.Find("COMPLEX_TRIANGULATED_SURFACE_SET") != nullptr) {
       Add(first.Reference(1), depth + 1);
-    } else if (instance.Find("GEOMETRIC_CURVE_SET") != nullptr ||
-               first.name.find("CALLOUT") != std::string_view::npos) {
+    } else if (instance.Find("GEOMETRIC_CURVE_SET") != nullptr) {
       for (const Value& item : first.List(1)) Add(item.Reference(), depth + 1);
+    } else if (first.name.find("CALLOUT") != std::string_view::npos) {
+      for (const Value& item : ContentsOf(instance)) Add(item.Reference(), depth + 1);
     } else if (first.name.find("ANNOTATION") != std::string_view::npos) {
-      Add(first.Reference(first.count - 1), depth + 1);
+      Add(ItemOf(instance), depth + 1);
     }
   }
 
@@ -90,6 +91,18 @@ bool IsPlaceholder(const Instance& occurrence) {
     if (record.name.find("ANNOTATION_PLACEHOLDER_OCCURRENCE") == 0) return true;
   }
   return false;
+}
+
+// In a complex instance the name stands elsewhere.
+const Value& ContentsOf(const Instance& callout) {
+  const Record* const own = callout.Find("DRAUGHTING_CALLOUT");
+  const Record& record = own != nullptr ? *own : callout.records.front();
+  return record.List(record.count == 1 ? 0 : 1);
+}
+
+Id ItemOf(const Instance& occurrence) {
+  const Record& record = occurrence.As("STYLED_ITEM");
+  return record.Reference(record.count == 2 ? 1 : 2);
 }
 
 std::optional<QENposition> DrawnMiddle(Reading& reading, Id element) {

@@ -94,7 +94,7 @@ class PresentationReader {
       if (found != planes_.end()) return found->second;
     }
     if (!IsCallout(element)) return 0;
-    for (const Value& content : reading_.Get(element).records.front().List(1)) {
+    for (const Value& content : ContentsOf(reading_.Get(element))) {
       const auto found = planes_.find(content.Reference());
       if (found != planes_.end()) return found->second;
     }
@@ -112,6 +112,7 @@ class PresentationReader {
         is_ATTRIB_KOVAPMI_DATUM(&annotation) == 1 && !reading_.Is(meant->first, "DATUM");
     if (isFeature != byFeature) return;
     const Id element = link.Reference(4);
+    reading_.Get(element);
     std::vector<ENTITY*>& shown = shownHere_[element];
     if (byFeature && !shown.empty()) return;
     if (std::find(shown.begin(), shown.end(), &annotation) != shown.end()) return;
@@ -151,15 +152,14 @@ class PresentationReader {
   void AddLeaders(Id element, KOVAPMI_DISPLAY_PROPERTIES& display, const ENTITY& annotation) {
     if (!IsCallout(element)) return;
     bool isDrawn = false;
-    for (const Value& content : reading_.Get(element).records.front().List(1)) {
+    for (const Value& content : ContentsOf(reading_.Get(element))) {
       const Id id = content.Reference();
       if (!reading_.Is(id, "LEADER_CURVE")) {
         isDrawn = isDrawn || !(IsPlaceholder(reading_.Get(id)) ||
                                reading_.Is(id, "ANNOTATION_TEXT_OCCURRENCE"));
         continue;
       }
-      const Record& curve = reading_.Get(id).As("LEADER_CURVE");
-      const Instance& line = reading_.Get(curve.Reference(2));
+      const Instance& line = reading_.Get(ItemOf(reading_.Get(id)));
       const Record* const points = line.Find("POLYLINE");
       if (points == nullptr || points->List(points->count - 1).size < 2) {
         reading_.Skip(Severity::kReduced, id, "its curve is not a polyline", &annotation);
@@ -184,11 +184,10 @@ class PresentationReader {
   std::string TextOf(const Instance& element) {
     std::string text;
     if (IsCallout(element.id)) {
-      for (const Value& content : element.records.front().List(1)) {
+      for (const Value& content : ContentsOf(element)) {
         const Id id = content.Reference();
         if (!reading_.Is(id, "ANNOTATION_TEXT_OCCURRENCE")) continue;
-        const Record& occurrence = reading_.Get(id).records.front();
-        const Instance& literal = reading_.Get(occurrence.Reference(occurrence.count - 1));
+        const Instance& literal = reading_.Get(ItemOf(reading_.Get(id)));
         if (const Record* record = literal.Find("TEXT_LITERAL")) {
           // A simple instance has its name first.
           text += (text.empty() ? "" : "\n") + record->Text(record->count == 6 ? 1 : 0);

@@ -70,6 +70,12 @@ std::size_t Utf8Length(std::string_view text, std::size_t at) {
   for (std::size_t i = 1; i < length; ++i) {
     if ((static_cast<unsigned char>(text[at + i]) & 0xC0) != 0x80) return 0;
   }
+  // Neither longer than needed, nor a surrogate, nor beyond the last character.
+  const auto second = static_cast<unsigned char>(text[at + 1]);
+  if ((first == 0xE0 && second < 0xA0) || (first == 0xED && second >= 0xA0) ||
+      (first == 0xF0 && second < 0x90) || (first == 0xF4 && second >= 0x90)) {
+    return 0;
+  }
   return length;
 }
 

@@ -168,7 +168,7 @@ class TolerancesReader {
   }
 
   double Length(Id measure, const char* field) {
-    const Quantity quantity = reading_.units.Measure(measure);
+    const Quantity quantity = reading_.units.Measure(measure, false);
     reading_.Write(*tolerance_, field, quantity);
     return quantity.value;
   }

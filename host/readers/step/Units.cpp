@@ -160,6 +160,14 @@ Units::Unit Units::UnitOf(Id id, int depth) const {
   return unit;
 }
 
+Quantity Units::Measure(Id id, bool isAngle) const {
+  const Quantity quantity = Measure(id);
+  if (quantity.isAngle != isAngle) {
+    throw Unreadable(id, isAngle ? "it is no angle" : "it is no length");
+  }
+  return quantity;
+}
+
 Quantity Units::Measure(Id id) const {
   const Instance& instance = Get(file_, id);
   const MeasureAt at = FindMeasure(instance);

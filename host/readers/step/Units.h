@@ -25,6 +25,8 @@ class Units {
   // A measure with its unit, in any of the forms that the schema has for them. Throws Unreadable
   // for what is none, for numbers that are not finite, and for units of other kinds.
   Quantity Measure(Id id) const;
+  // The same, for a measure that has to be a length, or an angle.
+  Quantity Measure(Id id, bool isAngle) const;
   // From a length in the unit of a representation's context to the model's.
   double ScaleOf(Id context) const;
 

@@ -23,7 +23,7 @@ void ReadDefinition(Reading& reading, Id id, KOVAPMI_GEOM_TOL_ROW& row, const EN
   const Record& definition = reading.Get(id).records.front();
   const std::string_view projected = "PROJECTED_ZONE_DEFINITION";
   if (definition.name.substr(0, projected.size()) == projected) {
-    const Quantity length = reading.units.Measure(definition.Reference(3));
+    const Quantity length = reading.units.Measure(definition.Reference(3), false);
     reading.Write(tolerance, "projected", length);
     reading.part.AddModifier(row, zone_mod_projected_zone, length.value);
     if (definition.name == projected) return;

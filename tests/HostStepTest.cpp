@@ -290,9 +290,7 @@ $,#32); => lost #50 37 it has no magnitude
 TEST(HostStepExchange, WideAndCircularFilesEndInBoundedTime) {
   std::string chain = "#50=FLATNESS_TOLERANCE('','',#22,#32);";
   std::string sets =
-      "#100000=DIMENSIONAL_SIZE(#32,'width');"
-      "#100001=DIMENSIONAL_CHARACTERISTIC_REPRESENTATION(#100000,#100002);"
-      "#100002=SHAPE_DIMENSION_REPRESENTATION('',(#50),#9);";
+      R"(#100000=DIMENSIONAL_SIZE(#32,'width');#100001=DIMENSIONAL_CHARACTERISTIC_REPRESENTATION(#100000,#100002);#100002=SHAPE_DIMENSION_REPRESENTATION('',(#50),#9);)";
   for (int i = 50; i < 20000; ++i) {
     const std::string own = "#" + std::to_string(i);
     const std::string next = std::to_string(i + 1);
@@ -307,12 +305,8 @@ TEST(HostStepExchange, WideAndCircularFilesEndInBoundedTime) {
       "#50=FLATNESS_TOLERANCE('" + std::string(10000000, 'x') + "','',#22,#32);",
       chain,
       sets,
-      "#50=FLATNESS_TOLERANCE('','',#22,#51);#51=SHAPE_ASPECT('','',#10,.T.);#52="
-      "SHAPE_ASPECT_RELATIONSHIP('','',#51,#53);#53=SHAPE_ASPECT('','',#10,.T.);#54="
-      "SHAPE_ASPECT_RELATIONSHIP('','',#53,#51);#55=SHAPE_ASPECT_RELATIONSHIP('','',#51,#51);",
-      "#50=ANNOTATION_PLANE('',(),#21,(#50,#51));#51=DRAUGHTING_CALLOUT('',(#51,#52,#53));"
-      "#52=ANNOTATION_CURVE_OCCURRENCE('',(),#52);#53=ANNOTATION_CURVE_OCCURRENCE('',(),#54);#54="
-      "GEOMETRIC_CURVE_SET('',(" +
+      R"(#50=FLATNESS_TOLERANCE('','',#22,#51);#51=SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#51,#53);#53=SHAPE_ASPECT('','',#10,.T.);#54=SHAPE_ASPECT_RELATIONSHIP('','',#53,#51);#55=SHAPE_ASPECT_RELATIONSHIP('','',#51,#51);)",
+      R"(#50=ANNOTATION_PLANE('',(),#21,(#50,#51));#51=DRAUGHTING_CALLOUT('',(#51,#52,#53));#52=ANNOTATION_CURVE_OCCURRENCE('',(),#52);#53=ANNOTATION_CURVE_OCCURRENCE('',(),#54);#54=GEOMETRIC_CURVE_SET('',()" +
           Repeat("#54,#55,", 1000) + "#54));#55=GEOMETRIC_CURVE_SET('',(" +
           Repeat("#54,#55,", 1000) + "#54));",
       "#50=MAPPED_ITEM('',#51,#50);#51=REPRESENTATION_MAP(#50,#52);"
@@ -420,10 +414,7 @@ SOMETHING_ELSE()); => reduced #50 37 SOMETHING_ELSE is left out
 )");
   // The lowest row's relationship comes first.
   Expect(
-      "#56=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#51,#54);#50=POSITION_TOLERANCE('','',#22,#33);#"
-      "51=POSITION_TOLERANCE('','',#53,#33);#52=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#50,#51);"
-      "#53=MEASURE_WITH_UNIT(LENGTH_MEASURE(0.2),#1);#54=POSITION_TOLERANCE('','',#55,#33);#55="
-      "MEASURE_WITH_UNIT(LENGTH_MEASURE(0.3),#1);",
+      R"(#56=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#51,#54);#50=POSITION_TOLERANCE('','',#22,#33);#51=POSITION_TOLERANCE('','',#53,#33);#52=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#50,#51);#53=MEASURE_WITH_UNIT(LENGTH_MEASURE(0.2),#1);#54=POSITION_TOLERANCE('','',#55,#33);#55=MEASURE_WITH_UNIT(LENGTH_MEASURE(0.3),#1);)",
       R"(
  => ⌖ | 0.1 / 0.2 / 0.3 & geometricTolerance 1
 #57=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#54,#50); => ⌖ | 0.1 / 0.2 / 0.3 & geometricTolerance 1 & reduced #50 37 its rows are joined in a ring
@@ -437,10 +428,7 @@ TEST(HostStep, FramesHaveTheirDatumsInOrderWithModifiers) {
       ",'',#61,#60);#63=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#61,#11,#15);";
   Expect(
       datumB +
-          "#50=PARALLELISM_TOLERANCE('','',#22,#33,(#51));#51=DATUM_SYSTEM('',$,#10,.F.,(#52));#53="
-          "DATUM_REFERENCE_ELEMENT('',$,#10,.F.,#60,(SIMPLE_DATUM_REFERENCE_MODIFIER(.PLANE.)));"
-          "#54=DATUM_REFERENCE_ELEMENT('',$,#10,.F.,#37,$);#55=DATUM_REFERENCE_MODIFIER_WITH_VALUE("
-          ".PROJECTED.,#22);#52=DATUM_REFERENCE_COMPARTMENT('',$,#10,.F.,",
+          R"(#50=PARALLELISM_TOLERANCE('','',#22,#33,(#51));#51=DATUM_SYSTEM('',$,#10,.F.,(#52));#53=DATUM_REFERENCE_ELEMENT('',$,#10,.F.,#60,(SIMPLE_DATUM_REFERENCE_MODIFIER(.PLANE.)));#54=DATUM_REFERENCE_ELEMENT('',$,#10,.F.,#37,$);#55=DATUM_REFERENCE_MODIFIER_WITH_VALUE(.PROJECTED.,#22);#52=DATUM_REFERENCE_COMPARTMENT('',$,#10,.F.,)",
       R"(
 COMMON_DATUM_LIST((#53,#54)),$); => ∥ | 0.1 | B plane-A
 #60,(SIMPLE_DATUM_REFERENCE_MODIFIER(.MAXIMUM_MATERIAL_REQUIREMENT.),#55)); => ∥ | 0.1 | B Ⓜ Ⓟ0.1
@@ -537,22 +525,12 @@ TEST(HostStep, DatumsHaveTheirFeaturesAndTargetsTheirPlaces) {
 TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
   // The line's points are medians; #20 has its normal against the model's y.
   const std::string drawn =
-      "#60=ANNOTATION_CURVE_OCCURRENCE('',(),#61);#61=POLYLINE('',(#62,#17,#63));#62=CARTESIAN_"
-      "POINT('',(0.,5.,5.));#63=CARTESIAN_POINT('',(9.,9.,9.));#64=LEADER_CURVE('',(),#65);#65="
-      "POLYLINE('',(#17,#62));"
-      "#66=TESSELLATED_ANNOTATION_OCCURRENCE('',(),#67);#67=TESSELLATED_GEOMETRIC_SET('',(#68));#"
-      "68=TESSELLATED_CURVE_SET('',#69,((1,2)));#69=COORDINATES_LIST('',3,((1.,0.,1.),(2.,0.,3.),("
-      "9.,0.,9.)));"
-      "#70=ANNOTATION_TEXT_OCCURRENCE('',(),#71);#71=TEXT_LITERAL('name','words',#20,'',.RIGHT.,$);"
-      "#72=(ANNOTATION_TEXT_OCCURRENCE()REPRESENTATION_ITEM('')STYLED_ITEM((),#73));"
-      "#73=(GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM('')TEXT_LITERAL('more',#20,'',."
-      "RIGHT.,$));#50=FLATNESS_TOLERANCE('flat','',#22,#31);#51=DIMENSIONAL_SIZE(#32,'width');#53="
-      "ANNOTATION_PLANE('',(),#21,(#52));#54=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#52);";
+      R"(#60=ANNOTATION_CURVE_OCCURRENCE('',(),#61);#61=POLYLINE('',(#62,#17,#63));#62=CARTESIAN_POINT('',(0.,5.,5.));#63=CARTESIAN_POINT('',(9.,9.,9.));#64=LEADER_CURVE('',(),#65);#65=POLYLINE('',(#17,#62));#66=TESSELLATED_ANNOTATION_OCCURRENCE('',(),#67);#67=TESSELLATED_GEOMETRIC_SET('',(#68));#68=TESSELLATED_CURVE_SET('',#69,((1,2)));#69=COORDINATES_LIST('',3,((1.,0.,1.),(2.,0.,3.),(9.,0.,9.)));#70=ANNOTATION_TEXT_OCCURRENCE('',(),#71);#71=TEXT_LITERAL('name','words',#20,'',.RIGHT.,$);#72=(ANNOTATION_TEXT_OCCURRENCE()REPRESENTATION_ITEM('')STYLED_ITEM((),#73));#73=(GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM('')TEXT_LITERAL('more',#20,'',.RIGHT.,$));#50=FLATNESS_TOLERANCE('flat','',#22,#31);#51=DIMENSIONAL_SIZE(#32,'width');#53=ANNOTATION_PLANE('',(),#21,(#52));#54=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#52);)";
   Expect(drawn + "#52=DRAUGHTING_CALLOUT('c',(", R"(
 #60)); => at (1, 5, 5) x (1, 0, 0) & "flat"  ⏥ | 0.1 & reduced #52 37 the model has no drawn lines
 #66)); => at (2, 0, 3) x (1, 0, 0) y (0, 0, 1)
 #60,#64)); => leader (1, 2, 3) to (0, 5, 5)
-#60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#51,#39,#52);#56=DRAUGHTING_MODEL('v',(#57,#52),#9);#57=CAMERA_MODEL_D3('v',#20,$); => members
+#60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#51,#39,#52);#56=DRAUGHTING_MODEL('v',(#57,#52),#9);#57=CAMERA_MODEL_D3('v',#20,$); => capture "v"  2 members
 #60));#55=DRAUGHTING_CALLOUT('d',(#66));#56=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#55); => at (1, 5, 5) & reduced #55 37 the annotation has a presentation already
 #60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#31,#39,#52); => at (1, 5, 5) & view 1 without a plane
 )");
@@ -589,72 +567,38 @@ TEST(HostStep, BundledModelIsReadWhole) {
   std::ostringstream read;
   read << std::ifstream(STEP_MODEL).rdbuf();
   const std::string text = TextOf(read.str());
-  for (
-      const char* line :
-      {R"(
-    geometricTolerance "Flatness"  ⏥ | 0.05/25×20
-      on face "bottom")",
-       R"(
-    geometricTolerance "Position"  ⌖ | ⌀0.25 Ⓜ Ⓟ15 | A | B | C / ⌀0.1 | A
-      on face "hole 1", face "hole 1", face "hole 2", face "hole 2"
-      at (0, 0) depth 0
-      leader (30, 60, 10) to (24, 25.4, 10))",
-       R"(
-    geometricTolerance "Profile all around"  ⌓ | 0.4 Ⓤ0.3 | A (all around)
-      on face "front", face "right", face "back", face "left")",
-       R"(
-    geometricTolerance "Perpendicularity"  ⟂ | 0.1016 | D Ⓜ)",
-       R"(
-    geometricTolerance "Angularity"  ∠ | 0.1 | D-E Ⓛ)",
-       R"(
-    geometricTolerance "General profile"  ⌓ | 0.508
-      on body "base plate")",
-       R"(
-  view 5 at (62, 61, 10) x (1, 0, 0) y (0, 1, 0)
-    dimension "diameter"  ⌀8 +0.1/-0.15
-      diameter, diametral, value 8, lower -0.15, upper 0.1, precision 2, tolerance precision 2)",
-       R"(
-    dimension "thickness"  10h11
-)",
-       R"(
-    dimension "radius"  R0.5 MAX
-)",
-       R"(
-    dimension "linear distance"  80.2/79.9
-)",
-       R"(
-    dimension "linear distance"  [40]
-)",
-       R"(
-    dimension "linear distance"  (50)
-)",
-       R"(
-    dimension "linear distance"  25.4 ±0.127
-)",
-       R"(
-    dimension "angle"  [60°]
-)",
-       R"(
-      form rectangle at (35, 43, 0) to (45, 37, 0) note "10x6"
-)",
-       R"(
-    text "Note"  "Deburr all edges, don't α"
-      on face "top")",
-       R"(
-  capture "Top 上"  3 members
-)",
-       R"(perspective at (40, -300, 5) to (40, 0, 5) along (0, 1, 0) up (0, 0, 1) angle 18.924644 zoom 0.02
-    clipping plane through (0, 25.4, 0) normal (0, 1, 0)
-    annotations Flatness, angle
-)",
-       R"(
-  capture "Plain"  0 members
-)",
-       R"(
-  totals: captures 3 datum 5 datumTarget 4 dimension 8 flagNote 0 geometricTolerance 6 roughness 0 text 1 unknown 0
-)"}) {
-    EXPECT_THAT(text, HasSubstr(line));
-  }
+  std::istringstream lines(R"(geometricTolerance "Flatness"  ⏥ | 0.05/25×20
+on face "bottom"
+geometricTolerance "Position"  ⌖ | ⌀0.25 Ⓜ Ⓟ15 | A | B | C / ⌀0.1 | A
+on face "hole 1", face "hole 1", face "hole 2", face "hole 2"
+at (0, 0) depth 0
+leader (30, 60, 10) to (24, 25.4, 10)
+geometricTolerance "Profile all around"  ⌓ | 0.4 Ⓤ0.3 | A (all around)
+on face "front", face "right", face "back", face "left"
+geometricTolerance "Perpendicularity"  ⟂ | 0.1016 | D Ⓜ
+geometricTolerance "Angularity"  ∠ | 0.1 | D-E Ⓛ
+geometricTolerance "General profile"  ⌓ | 0.508
+on body "base plate"
+view 5 at (62, 61, 10) x (1, 0, 0) y (0, 1, 0)
+dimension "diameter"  ⌀8 +0.1/-0.15
+diameter, diametral, value 8, lower -0.15, upper 0.1, precision 2, tolerance precision 2
+dimension "thickness"  10h11
+dimension "radius"  R0.5 MAX
+dimension "linear distance"  80.2/79.9
+dimension "linear distance"  [40]
+dimension "linear distance"  (50)
+dimension "linear distance"  25.4 ±0.127
+dimension "angle"  [60°]
+form rectangle at (35, 43, 0) to (45, 37, 0) note "10x6"
+text "Note"  "Deburr all edges, don't α"
+on face "top"
+capture "Top 上"  3 members
+perspective at (40, -300, 5) to (40, 0, 5) along (0, 1, 0) up (0, 0, 1) angle 18.924644 zoom 0.02
+clipping plane through (0, 25.4, 0) normal (0, 1, 0)
+annotations Flatness, angle
+capture "Plain"  0 members
+totals: captures 3 datum 5 datumTarget 4 dimension 8 flagNote 0 geometricTolerance 6 roughness 0 text 1 unknown 0)");
+  for (std::string line; std::getline(lines, line);) EXPECT_THAT(text, HasSubstr(line + "\n"));
   EXPECT_THAT(text, testing::Not(HasSubstr("\nlost ")));
 }
 

@@ -33,7 +33,7 @@ const char* const kPart = R"(#1=(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.METR
 #7=(CONVERSION_BASED_UNIT('DEGREE',#6)NAMED_UNIT(*)PLANE_ANGLE_UNIT());
 #8=(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MICRO.,.METRE.));
 #9=(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNIT_ASSIGNED_CONTEXT((#1,#5))REPRESENTATION_CONTEXT('',''));
-#10=PRODUCT_DEFINITION_SHAPE('','',$);
+#10=PRODUCT_DEFINITION_SHAPE('','',#40);#40=PRODUCT_DEFINITION('','',$,$);#41=SHAPE_DEFINITION_REPRESENTATION(#10,#11);
 #11=ADVANCED_BREP_SHAPE_REPRESENTATION('',(#12),#9);
 #12=MANIFOLD_SOLID_BREP('body',#13);
 #13=CLOSED_SHELL('',(#14,#15,#16));
@@ -99,6 +99,9 @@ std::string TextOf(const std::string& document) {
       text += "written " + value.field + " " + value.text + " " + value.unit + "\n";
     }
   }
+  for (const auto& [kind, count] : model.counts) {
+    text += "count " + kind + " " + std::to_string(count) + "\n";
+  }
   return text + ListedOf(model);
 }
 
@@ -152,6 +155,7 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
                {"\\X2\\230000D8\\X0\\1", "⌀Ø1"},
                {"\\X2\\D83DDE00\\X0\\", "😀"},
                {"\\X4\\0001F600\\X0\\", "😀"},
+               {"\\X2\\D83DDC00DBFFDFFF\\X0\\", "🐀\xF4\x8F\xBF\xBF"},
                {"\\X2\\D83D\\X0\\", "\xEF\xBF\xBD"},
                {"\\X4\\00110000\\X0\\", "\xEF\xBF\xBD"},
                {"a\\N\\b\\F\\c\r\nd", "abcd"},
@@ -182,6 +186,7 @@ TEST(HostStepExchange, ReadsEveryFormOfInstancesAndParameters) {
   EXPECT_THAT(file.Of("B2"), testing::ElementsAre(8));
   EXPECT_THAT(file.ReferrersOf(7), testing::ElementsAre(8));
   EXPECT_THAT(file.ReferrersOf(9), testing::ElementsAre(8));
+  EXPECT_THAT(file.ReferrersOf(8), testing::ElementsAre(7));
   EXPECT_EQ(file.LineOf(3), 12);
   EXPECT_EQ(file.LineOf(8), 10);
   EXPECT_EQ(file.LineOf(4), 0);
@@ -221,29 +226,32 @@ TEST(HostStepExchange, DamagedStructureIsAnErrorThatSaysWhereAndWhat) {
   const struct {
     std::string text;
     const char* says;
-  } cases[] = {{"", "^part.stp:1:1: .*cut off"},
-               {std::string(1000, '\0'), "^part.stp:1:1: "},
-               {"<QIFDocument/>", "^part.stp:1:1: ISO-10303-21"},
-               {whole.substr(0, 20), "^part.stp:2:.*cut off"},
-               {whole.substr(0, 40), "^part.stp:3:14: a string does not end"},
-               {whole.substr(0, whole.find("DATA")), "^part.stp:5:1: .*cut off"},
-               {whole.substr(0, whole.find("#3=") + 9), "^part.stp:8:4: .*cut off.*#3"},
-               {whole.substr(0, whole.find("#3=")), "^part.stp:8:1: .*cut off.*ENDSEC"},
-               {whole.substr(0, whole.find("END-ISO")), "^part.stp:38:1: .*cut off.*END-ISO"},
-               {with("#2=", "2="), "^part.stp:7:1: .*#"},
-               {with("#2=", "#="), "^part.stp:7:1: # without a number"},
-               {with("#2=", "#0="), "^part.stp:7:1: # without a number"},
-               {with("#2=", "#4294967296="), "^part.stp:7:1: .*too large"},
-               {with("#2=", "#2"), "^part.stp:7:3: = is missing"},
-               {with("#2=", "#1="), "^part.stp:7:4: #1 is there twice"},
-               {with("(#15,#16)", "(#,#16)"), "^part.stp:33:74: # without a number"},
-               {with("'body'", "'body"), "^part.stp:"},
-               {with("#39=", "/*"), "^part.stp:36:1: a comment does not end"},
-               {with("'INCH'", "\"INCH"), "^part.stp:9:27: a string does not end"},
-               {with("AP242", "AP214"), "^part.stp: .*AP214"},
-               {with("FILE_SCHEMA", "FILE_NAME"), "^part.stp: .*not named"},
-               {with("(#14,", "(#77,"), "^part.stp:.*#77"},
-               {with("SI_UNIT(.MILLI.", "SI_UNIT((("), "^part.stp:6:4: #1: "}};
+  } cases[] = {
+      {"", "^part.stp:1:1: .*cut off"},
+      {std::string(1000, '\0'), "^part.stp:1:1: "},
+      {"<QIFDocument/>", "^part.stp:1:1: ISO-10303-21"},
+      {whole.substr(0, 20), "^part.stp:2:.*cut off"},
+      {whole.substr(0, 40), "^part.stp:3:14: a string does not end"},
+      {whole.substr(0, whole.find("DATA")), "^part.stp:5:1: .*cut off"},
+      {whole.substr(0, whole.find("#3=") + 9), "^part.stp:8:4: .*cut off.*#3"},
+      {whole.substr(0, whole.find("#3=")), "^part.stp:8:1: .*cut off.*ENDSEC"},
+      {whole.substr(0, whole.find("DATA")) + "END-ISO-10303-21;", "5:17: there is no data"},
+      {Document("#50=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#40,#40,$);"), "^part.stp:37:5: #50"},
+      {whole.substr(0, whole.find("END-ISO")), "^part.stp:38:1: .*cut off.*END-ISO"},
+      {with("#2=", "2="), "^part.stp:7:1: .*#"},
+      {with("#2=", "#="), "^part.stp:7:1: # without a number"},
+      {with("#2=", "#0="), "^part.stp:7:1: # without a number"},
+      {with("#2=", "#4294967296="), "^part.stp:7:1: .*too large"},
+      {with("#2=", "#2"), "^part.stp:7:3: = is missing"},
+      {with("#2=", "#1="), "^part.stp:7:4: #1 is there twice"},
+      {with("(#15,#16)", "(#,#16)"), "^part.stp:33:74: # without a number"},
+      {with("'body'", "'body"), "^part.stp:"},
+      {with("#39=", "/*"), "^part.stp:36:1: a comment does not end"},
+      {with("'INCH'", "\"INCH"), "^part.stp:9:27: a string does not end"},
+      {with("AP242", "AP214"), "^part.stp: .*AP214"},
+      {with("FILE_SCHEMA", "FILE_NAME"), "^part.stp: .*not named"},
+      {with("(#14,", "(#77,"), "^part.stp:.*#77"},
+      {with("SI_UNIT(.MILLI.", "SI_UNIT((("), "^part.stp:6:4: #1: "}};
   for (const auto& damage : cases) {
     EXPECT_THAT(ErrorOf(damage.text), ContainsRegex(damage.says)) << damage.text.substr(0, 2000);
   }
@@ -533,10 +541,35 @@ TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
 #60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#51,#39,#52);#56=DRAUGHTING_MODEL('v',(#57,#52),#9);#57=CAMERA_MODEL_D3('v',#20,$); => capture "v"  2 members
 #60));#55=DRAUGHTING_CALLOUT('d',(#66));#56=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#55); => at (1, 5, 5) & reduced #55 37 the annotation has a presentation already
 #60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#31,#39,#52); => at (1, 5, 5) & view 1 without a plane
+#60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#31,#39,#66);#56=ANNOTATION_PLANE('',(),#21,(#66)); => at (2, 0, 3) x (1, 0, 0) y (0, 0, 1)
 )");
   Expect(drawn, R"(
 #55=LEADER_DIRECTED_CALLOUT('n',(#70,#72)); => text "n"  "words⏎more"
 #55=DRAUGHTING_CALLOUT('n',(#70));#56=ANNOTATION_PLANE('',(),#21,(#70));#57=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#33,#39,#55); => at (1, 2, 3) x (1, 0, 0) & on face "f2", face "f3" & lost #54 37 #52
+)");
+}
+
+TEST(HostStep, BodiesOfWiresAndShellsAreRead) {
+  Expect(
+      "#53=SHAPE_ASPECT('','',#10,.T.);#55=FLATNESS_TOLERANCE('','',#22,#53);#54=GEOMETRIC_ITEM_"
+      "SPECIFIC_USAGE('','',#53,#11,#51);",
+      R"(
+#50=GEOMETRIC_CURVE_SET('w',(#51,#51,#17));#51=LINE('l',#17,$);#52=SHAPE_REPRESENTATION('',(#50),#9); => on edge "l" & count bodies 2 & count edges 1 & count vertices 1 & count wireBodies 1
+#50=GEOMETRIC_CURVE_SET('w',(#51));#51=LINE('l',#17,$); => lost #54 37 its item #51 is nothing of the model & count bodies 1
+#50=SHELL_BASED_SURFACE_MODEL('s',(#52));#52=OPEN_SHELL('',(#51));#51=ADVANCED_FACE('f',(#56),$,.T.);#56=FACE_OUTER_BOUND('',#57,.T.);#57=EDGE_LOOP('',(#58));#58=ORIENTED_EDGE('',*,*,#59,.T.);#59=EDGE_CURVE('e',#60,#61,$,.T.);#60=VERTEX_POINT('',#17);#61=VERTEX_POINT('',#17); => on face "f" & count faces 4 & count edges 1 & count vertices 2
+#50=TESSELLATED_SOLID('t',(#51),$);#51=TRIANGULATED_FACE('f',$); => on face "f" & count faces 4
+#50=EDGE_BASED_WIREFRAME_MODEL('w',(#52));#52=CONNECTED_EDGE_SET('',(#51));#51=EDGE_CURVE('e',#60,#60,$,.T.);#60=VERTEX_POINT('v',#17); => on edge "e" & count bodies 2 & count vertices 1
+#50=BREP_WITH_VOIDS('b',#52,(#56));#52=CLOSED_SHELL('',(#51));#51=ADVANCED_FACE('f',(),$,.T.);#56=ORIENTED_CLOSED_SHELL('',*,#57,.F.);#57=CLOSED_SHELL('',(#58));#58=ADVANCED_FACE('g',(),$,.T.); => on face "f" & count faces 5
+#51=MANIFOLD_SOLID_BREP('again',#13); => on body "again" & ignored #14 19 it is in another body already
+)");
+}
+
+TEST(HostStep, PartsOfAssembliesStandWithTheirPmiWhereTheyArePlaced) {
+  Expect(
+      R"(#50=PRODUCT_DEFINITION('','',$,$);#52=SHAPE_REPRESENTATION('',(#66),#9);#53=CARTESIAN_POINT('',(100.,0.,0.));#54=CARTESIAN_POINT('',(0.,0.,50.));#55=DIRECTION('',(0.,1.,0.));#65=AXIS2_PLACEMENT_3D('',#56,$,$);#56=CARTESIAN_POINT('',(0.,0.,0.));#66=AXIS2_PLACEMENT_3D('',#53,$,#55);#67=AXIS2_PLACEMENT_3D('',#54,$,$);#80=PLACED_DATUM_TARGET_FEATURE('','point',#10,.T.,'1');#81=SHAPE_ASPECT_RELATIONSHIP('','',#80,#37);#82=PROPERTY_DEFINITION('','',#80);#83=SHAPE_DEFINITION_REPRESENTATION(#82,#84);#84=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20),#9);#85=FLATNESS_TOLERANCE('flat','',#22,#10);#60=NEXT_ASSEMBLY_USAGE_OCCURRENCE('1','','',#50,#40,$);#61=PRODUCT_DEFINITION_SHAPE('','',#60);#62=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#63,#61);)",
+      R"(
+#63=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#65,#66); => point at (98, 1, 3) & geometricTolerance 1 & count bodies 1 & on body "body"
+#63=(REPRESENTATION_RELATIONSHIP('','',#52,#11)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#66,#65);#70=NEXT_ASSEMBLY_USAGE_OCCURRENCE('2','','',#50,#40,$);#71=PRODUCT_DEFINITION_SHAPE('','',#70);#72=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#73,#71);#73=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#74)SHAPE_REPRESENTATION_RELATIONSHIP());#74=ITEM_DEFINED_TRANSFORMATION('','',#65,#67); => point at (98, 1, 3) & point at (1, 2, 53) & geometricTolerance 2 & datum 2 & count bodies 2
 )");
 }
 
@@ -597,6 +630,14 @@ perspective at (40, -300, 5) to (40, 0, 5) along (0, 1, 0) up (0, 0, 1) angle 18
 clipping plane through (0, 25.4, 0) normal (0, 1, 0)
 annotations Flatness, angle
 capture "Plain"  0 members
+count bodies 1
+count edges 24
+count faces 10
+count vertices 16
+count geometricToleranceRows 7
+count datumTargets 4
+count savedViews 3
+count leaders 1
 totals: captures 3 datum 5 datumTarget 4 dimension 8 flagNote 0 geometricTolerance 6 roughness 0 text 1 unknown 0)");
   for (std::string line; std::getline(lines, line);) EXPECT_THAT(text, HasSubstr(line + "\n"));
   EXPECT_THAT(text, testing::Not(HasSubstr("\nlost ")));

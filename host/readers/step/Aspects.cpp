@@ -98,6 +98,10 @@ class AspectReader {
 
 }  // namespace
 
-std::vector<ENTITY*> Reading::EntitiesOf(Id aspect) { return AspectReader(*this).Read(aspect); }
+const std::vector<ENTITY*>& Reading::EntitiesOf(Id aspect) {
+  const auto known = entitiesOf_.find(aspect);
+  if (known != entitiesOf_.end()) return known->second;
+  return entitiesOf_.emplace(aspect, AspectReader(*this).Read(aspect)).first->second;
+}
 
 }  // namespace step

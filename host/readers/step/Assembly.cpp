@@ -48,7 +48,8 @@ Assembly::Assembly(Reading& reading) : reading_(reading) {
     }
   }
   if (occurrences_.empty()) {
-    throw ModelError("the assembly has no outermost product");
+    reading.file.FailAt(reading.file.Of("NEXT_ASSEMBLY_USAGE_OCCURRENCE").front(),
+                        "the assembly has no outermost product");
   }
 }
 

@@ -47,7 +47,8 @@ class FrameReader {
       const Instance& instance = reading_.Get(id);
       if (const Record* system = instance.Find("DATUM_SYSTEM")) {
         for (const Value& compartment : system->List(system->count - 1)) {
-          AddCompartment(reading_.Get(compartment.Reference()));
+          const Id next = compartment.Reference();
+          if (compartments_.insert(next).second) AddCompartment(reading_.Get(next));
         }
       } else if (instance.Find("DATUM_REFERENCE") != nullptr ||
                  instance.Find("REFERENCED_MODIFIED_DATUM") != nullptr) {
@@ -144,6 +145,7 @@ class FrameReader {
   Reading& reading_;
   Id of_;
   std::vector<KOVAPMI_DREF*> references_;
+  std::unordered_set<Id> compartments_;  // each stands once in a system
 };
 
 }  // namespace

@@ -152,8 +152,10 @@ class PresentationReader {
   void AddLeaders(Id element, KOVAPMI_DISPLAY_PROPERTIES& display, const ENTITY& annotation) {
     if (!IsCallout(element)) return;
     bool isDrawn = false;
+    std::unordered_set<Id> seen;
     for (const Value& content : ContentsOf(reading_.Get(element))) {
       const Id id = content.Reference();
+      if (!seen.insert(id).second) continue;
       if (!reading_.Is(id, "LEADER_CURVE")) {
         isDrawn = isDrawn || !(IsPlaceholder(reading_.Get(id)) ||
                                reading_.Is(id, "ANNOTATION_TEXT_OCCURRENCE"));

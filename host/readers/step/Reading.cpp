@@ -121,6 +121,7 @@ void Reading::Begin(Assembly& assembly, const Occurrence& occurrence) {
   occurrence_ = &occurrence;
   firstBody = nullptr;
   topology.clear();
+  entitiesOf_.clear();
   annotations.clear();
 }
 
@@ -142,6 +143,16 @@ bool Reading::HasItem(Id item) {
 // What is missing of a product is missing of each of its occurrences, and listed once.
 void Reading::Skip(Severity severity, Id id, const std::string& reason, const ENTITY* annotation) {
   if (occurrence_ != nullptr && !occurrence_->isFirst) return;
+  constexpr int kMostOfOne = 20;
+  skippedInARow_ = id == lastSkipped_ ? skippedInARow_ + 1 : 1;
+  lastSkipped_ = id;
+  if (skippedInARow_ > kMostOfOne) {
+    SkippedItem& last = model.skipped.back();
+    last.severity = std::min(last.severity, severity);
+    last.reason = "more of it is left out";
+    ++last.count;
+    return;
+  }
   const Instance* instance = nullptr;
   try {
     instance = file.Find(id);

@@ -60,7 +60,8 @@ class Reading {
 
   // --- The model ---
 
-  // Lists what the model lacks of an instance, under the annotation that it belongs to.
+  // Lists what the model lacks of an instance, under the annotation that it belongs to. Of what one
+  // instance lacks in a row all behind the nineteenth entry stands in one.
   void Skip(Severity severity, Id id, const std::string& reason,
             const ENTITY* annotation = nullptr);
   void Count(const char* kind, long more = 1) { model.counts[kind] += more; }
@@ -72,7 +73,7 @@ class Reading {
   // What PMI on these entities hangs on: the entity itself, or a collection of them.
   ENTITY& Carrier(const std::vector<ENTITY*>& entities);
   // The topology that a shape aspect stands for, in the order of the file, each once.
-  std::vector<ENTITY*> EntitiesOf(Id aspect);
+  const std::vector<ENTITY*>& EntitiesOf(Id aspect);
 
   // Does the work for one annotation; what can't be read of it loses it.
   template <typename Work>
@@ -89,6 +90,9 @@ class Reading {
 
   Assembly* assembly_ = nullptr;
   const Occurrence* occurrence_ = nullptr;
+  std::unordered_map<Id, std::vector<ENTITY*>> entitiesOf_;  // by aspect, of this occurrence
+  Id lastSkipped_ = 0;
+  int skippedInARow_ = 0;
   std::unordered_map<const ENTITY*, std::string> ids_;  // of annotations and captures
 };
 

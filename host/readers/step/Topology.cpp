@@ -179,12 +179,14 @@ class TopologyReader {
         entity_fields::points(body).push_back(&vertex);
         reading_.inBody.insert(&vertex);
         Add(id, vertex, "vertex", NameOf(instance));
+        reading_.Count("vertices");
         continue;
       }
       auto& begin = reading_.part.Make<VERTEX>();
       auto& end = reading_.part.Make<VERTEX>();
       auto& edge = reading_.part.Make<EDGE>(&begin, &end);
       Add(id, edge, "edge", NameOf(instance));
+      reading_.Count("edges");
       AddWire(edge, body);
     }
   }

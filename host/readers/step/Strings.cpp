@@ -26,7 +26,7 @@ void AppendUtf8(std::uint32_t code, std::string& out) {
   }
 }
 
-// A byte of ISO 8859, part 1 to 9.
+// A byte of one of the pages A to I, which are the parts of ISO 8859 from the first to the ninth.
 void AppendOfPage(char page, unsigned char byte, std::string& out) {
   if (page == 'A') return AppendUtf8(byte, out);
   const std::string name = std::string("ISO-8859-") + static_cast<char>('1' + (page - 'A'));

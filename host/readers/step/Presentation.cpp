@@ -185,18 +185,23 @@ class PresentationReader {
   // is drawn.
   std::string TextOf(const Instance& element) {
     std::string text;
+    AddText(element, text);
     if (IsCallout(element.id)) {
       for (const Value& content : ContentsOf(element)) {
-        const Id id = content.Reference();
-        if (!reading_.Is(id, "ANNOTATION_TEXT_OCCURRENCE")) continue;
-        const Instance& literal = reading_.Get(ItemOf(reading_.Get(id)));
-        if (const Record* record = literal.Find("TEXT_LITERAL")) {
-          // A simple instance has its name first.
-          text += (text.empty() ? "" : "\n") + record->Text(record->count == 6 ? 1 : 0);
-        }
+        AddText(reading_.Get(content.Reference()), text);
       }
     }
     return text.empty() ? StatedText(element.id) : text;
+  }
+
+  // Adds a line with the text of a text occurrence; nothing of others.
+  void AddText(const Instance& occurrence, std::string& text) {
+    if (occurrence.Find("ANNOTATION_TEXT_OCCURRENCE") == nullptr) return;
+    const Instance& literal = reading_.Get(ItemOf(occurrence));
+    const Record* const record = literal.Find("TEXT_LITERAL");
+    if (record == nullptr) return;
+    // A simple instance has its name first.
+    text += (text.empty() ? "" : "\n") + record->Text(record->count == 6 ? 1 : 0);
   }
 
   std::string StatedText(Id element) {

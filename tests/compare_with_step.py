@@ -9,13 +9,13 @@ what, file, report). Exit code 1 when one differs, or fewer were compared than t
 """
 
 import json
-import math
 import re
 import subprocess
 import sys
-from collections import Counter, defaultdict
+from collections import Counter
+from itertools import repeat
 
-from step_exchange import MODIFIERS, Exchange
+from step_exchange import MODIFIERS, Exchange, dot
 
 DOUBLE, FLOAT = 1e-9, 1e-6  # relative: the plug-in hands planes and places out as float
 PER_INSTANCE = 10  # values compared at least for each tolerance, dimension, datum and target
@@ -30,24 +30,20 @@ SIZES = "DIMENSIONAL_SIZE", "ANGULAR_SIZE"
 LOCATIONS = "DIMENSIONAL_LOCATION", "ANGULAR_LOCATION", "DIRECTED_DIMENSIONAL_LOCATION"
 DIMENSIONS = {"diameter": ("diameter", "diametral"), "radius": ("radius", "radial"),
               "linear distance": ("distance", "linear"), "angle": ("angleBetween", "angular")}
-NOTES = {"auxiliary": "()", "theoretical": "[]", "square": "□"}
 LINEAR = {"mm": 1e-3, "cm": 1e-2, "m": 1.0, "inch": 0.0254}
 
 
-def dot(a, b):
-    return sum(x * y for x, y in zip(a, b))
-
-
-def close(want, got, tolerance, scale):
+def close(want, got, limit, scale):
     if isinstance(want, (list, tuple)) and isinstance(got, (list, tuple)):
-        return len(want) == len(got) and all(map(
-            lambda w, g: close(w, g, tolerance, scale), want, got))
+        return len(want) == len(got) and all(map(close, want, got, repeat(limit), repeat(scale)))
     if isinstance(want, float) and isinstance(got, (int, float)):
-        return abs(want - got) <= tolerance * max(abs(want), abs(got), scale)
+        return abs(want - got) <= limit * max(abs(want), abs(got), scale)
     return want == got
 
 
 class Comparison:
+    """Joins every statement of a file with the report's, and compares."""
+
     def __init__(self, file, report):
         self.file, self.report, self.compared, self.different = file, report, 0, []
         self.left = [(v["frame"], a) for v in report["views"] for a in v["annotations"]]
@@ -56,12 +52,10 @@ class Comparison:
         self.listed = {s["id"]: s["reason"] for s in report["source"]["skipped"]}
         self.check("-", "length unit", file.unit, LINEAR.get(report["source"]["linearUnit"]))
 
-    def check(self, number, what, want, got, tolerance=DOUBLE, scale=0.0):
+    def check(self, number, what, want, got, limit=DOUBLE, scale=0.0):
         self.compared += 1
-        if not close(want, got, tolerance, scale):
+        if not close(want, got, limit, scale):
             self.different.append((number, what, want, got))
-
-    # --- What is applied to, which annotation of the report it is, how it is drawn ---------------
 
     def join(self, kind, n, name, aspects):
         """Finds the annotation: by id where the report has ids, else by kind, name and entities."""
@@ -77,7 +71,6 @@ class Comparison:
             return None
         self.left.remove(found[0])
         self.joined[n] = found[0]
-        self.check(n, "number of entities", len(want), len(found[0][1]["entities"]))
         self.check(n, "entities", want, listed(found[0][1]))
         return found[0][1].get(kind.replace("geometricT", "t"), found[0][1])
 
@@ -112,28 +105,24 @@ class Comparison:
     def place(self, n, axes, points):
         """The annotation is turned as its plane states, and lies within what is drawn of it."""
         frame, annotation = self.joined[n]
-        self.check(n, "has a plane", True, frame is not None)
         if frame is None:
-            return
+            return self.check(n, "plane", True, False)
         self.check(n, "plane's axes", axes[:2], [frame["xAxis"], frame["yAxis"]], FLOAT, 1)
         at = [o + dot(along, annotation["position"] + [annotation["depth"]]) for o, *along in
               zip(frame["origin"], frame["xAxis"], frame["yAxis"], axes[2])]
         for axis, name in zip(axes, "xyz"):
             along, got = [dot(p, axis) for p in points], dot(at, axis)
-            self.check(n, f"place, {name} in the drawing", min(max(got, min(along)), max(along)), got,
-                       FLOAT, max(map(abs, at)))
-
-    # --- Tolerances ------------------------------------------------------------------------------
+            want = min(max(got, min(along)), max(along))
+            self.check(n, f"place, {name} in what is drawn", want, got, FLOAT, max(map(abs, at)))
 
     def tolerances(self):
         f = self.file
         for n, kind, rows in f.tolerances():
             name, _, _, aspect, *_ = f.of(n, "GEOMETRIC_TOLERANCE") or f.of(n)
             self.stands_for.update({row: n for row in rows})
-            got = self.join("geometricTolerance", n, name, [aspect])
-            if got:
+            if got := self.join("geometricTolerance", n, name, [aspect]):
                 self.check(n, "type", kind, got["type"])
-                around = f.of(aspect, "ALL_AROUND_SHAPE_ASPECT") is not None
+                around = "ALL_AROUND_SHAPE_ASPECT" in f.all[aspect]
                 self.check(n, "all around", around, got["allAround"])
                 self.check(n, "rows", len(rows), len(got["rows"]))
                 for row, reported in zip(rows, got["rows"]):
@@ -145,9 +134,9 @@ class Comparison:
         part = lambda name: f.of(n, "GEOMETRIC_TOLERANCE_WITH_" + name)
         self.check(n, "magnitude", f.value(base[2]), got["magnitude"])
         zones = [z for z in f.users[n] if f.of(z, "TOLERANCE_ZONE")]
-        forms = [ZONES.get(f.of(f.of(z)[5])[0], "none") for z in zones]
-        self.check(n, "zone", (forms + ["none"])[0], got["valueType"])
-        unit, area = part("DEFINED_UNIT"), part("DEFINED_AREA_UNIT") or ["CIRCULAR"]
+        forms = [ZONES.get(f.of(f.of(z)[5])[0], "none") for z in zones] + ["none"]
+        self.check(n, "zone", forms[0], got["valueType"])
+        unit, area = part("DEFINED_UNIT"), part("DEFINED_AREA_UNIT") or [None]
         first = f.value(unit[0]) if unit else 0.0
         other = {"SQUARE": lambda: first, "RECTANGULAR": lambda: f.value(area[1])}
         self.check(n, "unit length or area", [first, other.get(area[0], float)()],
@@ -170,12 +159,10 @@ class Comparison:
         """A row against what the file says of it for validation; numbers may be in mm there."""
         said = self.file.validation(n)
         labels = [r["label"] for r in row["frame"]["references"]] if row["frame"] else []
-        if "datum references" in said:
-            self.check(n, "validation, datum references", said["datum references"],
-                       ",".join(labels) or "none")
+        if own := said.get("datum references"):
+            self.check(n, "validation, datum references", own, ",".join(labels) or "none")
         if "equivalent unicode string" in said:
-            text = said["equivalent unicode string"]
-            _, symbol, value, *datums = re.split(r"(?:\\+[wx])+", text)
+            _, symbol, value, *datums = re.split(r"(?:\\+[wx])+", said["equivalent unicode string"])
             number = float(re.match(r"⌀?([\d.]+)", value)[1])
             self.check(n, "validation, type and all around", (SYMBOLS.get(symbol[0]), symbol[1:]),
                        (tolerance["type"], "AAS" if tolerance["allAround"] else ""))
@@ -190,8 +177,6 @@ class Comparison:
         return len(said) == len(got) and any(all(
             abs(s - r * x) <= r * n for s, x, n in zip(said, got, near)) for r in (1, 25.4))
 
-    # --- Dimensions, datums ----------------------------------------------------------------------
-
     def dimensions(self):
         f = self.file
         for n in f.every(*SIZES, *LOCATIONS):
@@ -204,16 +189,13 @@ class Comparison:
     def dimension(self, n, got, angle):
         f, value = self.file, lambda item: f.value(item, angle)
         uses = f.using(n, "DIMENSIONAL_CHARACTERISTIC_REPRESENTATION")
-        items = [i for c in uses for i in f.items(c[1])]
-        named = {(f.of(i, "REPRESENTATION_ITEM") or f.of(i))[0]: i for i in items}
-        measures = {name: i for name, i in named.items() if f.measure(i)}
+        items = [i for use in uses for i in f.items(use[1])]
+        measures = {f.of(i, "REPRESENTATION_ITEM", *f.all[i])[0]: i for i in items if f.measure(i)}
         nominal = measures.get("nominal value")
         if nominal is None:
-            self.check(n, "listed as without value", "it has no value", self.listed.get(f"#{n}"))
-            return
+            return self.check(n, "listed", "it has no value", self.listed.get(f"#{n}"))
         self.check(n, "value", value(nominal), got["value"])
-        ranges = [f.of(p[0], "TOLERANCE_VALUE") for p in f.using(n, "PLUS_MINUS_TOLERANCE")]
-        bounds = ranges[0] if ranges else []
+        bounds = [b for p in f.using(n, "PLUS_MINUS_TOLERANCE") for b in f.of(p[0])]
         want = [value(b) for b in bounds] or [0.0, 0.0]
         if "upper limit" in measures:
             bounds = [measures["lower limit"], measures["upper limit"]]
@@ -224,10 +206,8 @@ class Comparison:
         for key, item in (("precision", nominal), *(("tolerancePrecision", b) for b in bounds)):
             if f.decimals(item) is not None:
                 self.check(n, key, f.decimals(item), got[key])
-        inner = [r for i in items for r in f.refs(f.of(i, "COMPOUND_REPRESENTATION_ITEM") or [])]
-        notes = [f.of(i)[1] for i in items + inner if f.of(i, "DESCRIPTIVE_REPRESENTATION_ITEM")]
         shown = "".join(got["texts"][k] or "" for k in ("prefix", "before", "after", "suffix"))
-        self.check(n, "marks", sorted("".join(NOTES.get(x, x) for x in notes)), sorted(shown))
+        self.check(n, "marks, their signs sorted", sorted("".join(f.marks(items))), sorted(shown))
         if said := f.validation(n).get("equivalent unicode string"):
             first, *rest = [float(x) for x in re.findall(r"[+-]?\d*\.?\d+", said.replace("- ", ""))]
             if got["lowerText"]:  # two limits instead of a value
@@ -250,26 +230,23 @@ class Comparison:
             features = [s for s in sources if s not in targets]
             self.features += bool(features)
             self.stands_for.update({s: n for s in features})
-            got = self.join("datum", n, label, sum(of.values(), [n] + features))
-            if got:
+            if got := self.join("datum", n, label, sum(of.values(), [n] + features)):
                 self.check(n, "label", label, got["label"])
                 self.check(n, "targets", sorted(targets.values()), sorted(got["targets"]))
             for target, name in targets.items():
-                self.target(target, name, self.join("datumTarget", target, name, of[target]))
+                if found := self.join("datumTarget", target, name, of[target]):
+                    self.target(target, name, found)
 
     def target(self, n, label, got):
         f = self.file
-        for i in (i for p in f.users[n] for use in f.using(p, "SHAPE_DEFINITION_REPRESENTATION")
-                  for i in f.items(use[1]) if got):
-            if f.measure(i):
-                sizes = [float(x) for x in re.findall(r"[\d.]+", got["note"])]
-                self.check(n, "size", True, f.value(i) in sizes)
-            else:
+        self.check(n, "label and kind", (label, f.of(n)[1]), (got["label"], got["type"]))
+        uses = [use for p in f.users[n] for use in f.using(p, "SHAPE_DEFINITION_REPRESENTATION")]
+        items = [i for use in uses for i in f.items(use[1])]
+        sizes = [f.value(i) for i in items if f.measure(i)]
+        self.check(n, "sizes", sizes, [float(x) for x in re.findall(r"[\d.]+", got["note"])])
+        for i in items:
+            if not f.measure(i):
                 self.check(n, "place", f.placement(i)[0], got["point1"])
-        if got:
-            self.check(n, "label and kind", (label, f.of(n)[1]), (got["label"], got["type"]))
-
-    # --- Saved views, and what the file counts itself --------------------------------------------
 
     def views(self):
         f = self.file
@@ -282,8 +259,7 @@ class Comparison:
             elements = [e for e in dict.fromkeys(f.items(n) + within) if e in self.shows]
             members = [m for e in elements for m in self.shows[e]]
             named = got["members"]
-            names = [self.joined[m][1]["name"] for m in members]
-            ids = [f"#{m}" for m in members]
+            names, ids = [self.joined[m][1]["name"] for m in members], [f"#{m}" for m in members]
             self.check(n, "number of members", len(members), named["count"])
             self.check(n, "members", sorted(names), sorted(named["annotations"]))
             self.check(n, "ids of members", sorted(ids), sorted(named.get("ids", ids)))
@@ -302,13 +278,12 @@ class Comparison:
         fronts = [f.placement(p[2])[3] for e in elements for p in f.using(e, "ANNOTATION_PLANE")]
         sides = {dot(front, z) > 0 for front in fronts}
         if len(sides) == 1:  # all its annotations are read from the same side
-            self.check(n, "camera looks at its annotations' front", [-c for c in z] if sides.pop()
-                       else z, got["viewDirection"], FLOAT, 1)
+            want = [-c for c in z] if sides.pop() else z
+            self.check(n, "camera looks at texts' front", want, got["viewDirection"], FLOAT, 1)
 
     def counts(self):
-        found = [a for _, a in self.joined.values()]
-        rows = [len(a["tolerance"]["rows"]) for a in found if "tolerance" in a]
-        kinds = Counter(a["kind"] for a in found)
+        rows = [len(a["tolerance"]["rows"]) for _, a in self.joined.values() if "tolerance" in a]
+        kinds = Counter(a["kind"] for _, a in self.joined.values())
         shown = sum(any(self.joined[m][0] for m in shown) for shown in self.shows.values())
         got = {"geometric tolerances": sum(rows), "composite tolerances": sum(r > 1 for r in rows),
                "datum features": self.features, "datums": self.features, "annotations": shown,
@@ -320,16 +295,15 @@ class Comparison:
             if "dimensional sizes" in said:
                 both = said["dimensional sizes"] + said["dimensional locations"]
                 self.check(n, "validation, dimensions", both, kinds["dimension"])
-        for n, (frame, _) in self.joined.items():
-            for of in [n] + [s for s, stands in self.stands_for.items() if stands == n and s != n]:
-                said = self.file.validation(of).get("number of PMI presentation elements")
-                if said is not None:
-                    self.check(of, "validation, presentations", said, float(frame is not None))
+        for n, of in {**{n: n for n in self.joined}, **self.stands_for}.items():
+            said = self.file.validation(n).get("number of PMI presentation elements")
+            if said is not None:
+                shown = self.joined.get(of, [None])[0] is not None
+                self.check(n, "validation, presentations", said, float(shown))
 
     def run(self):
-        for compare in (self.tolerances, self.dimensions, self.datums, self.presentations,
-                        self.views, self.counts):
-            compare()
+        for name in "tolerances dimensions datums presentations views counts".split():
+            getattr(self, name)()
         for _, annotation in self.left:
             self.check("-", "annotation that the file does not state", None, annotation["name"])
 

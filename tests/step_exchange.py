@@ -5,8 +5,8 @@ import re
 from collections import defaultdict
 
 TOKEN = re.compile(r"""\s+ | /\*.*?\*/ | (?P<text>'(?:[^']|'')*') | \#(?P<ref>\d+)
-    | \.(?P<enum>\w+)\. | (?P<number>[+-]?\d+\.?\d*(?:[eE][+-]?\d+)?) | (?P<word>[A-Za-z_]\w*) | (?P<mark>[()=;,$*])
-    """, re.S | re.X)
+    | (?P<number>[+-]?\d+\.?\d*(?:[eE][+-]?\d+)?) | \.(?P<enum>\w+)\.
+    | (?P<word>[A-Za-z_]\w*) | (?P<mark>[()=;,$*])""", re.S | re.X)
 ESCAPE = re.compile(r"(''|\\\\)|\\X\\(..)|\\S\\(.)|\\X([24])\\([0-9A-F]*)\\X0\\")
 KINDS = {"CIRCULAR_RUNOUT": "circularRunout", "TOTAL_RUNOUT": "totalRunout",
          "ROUNDNESS": "circularity", "LINE_PROFILE": "lineProfile",
@@ -20,6 +20,7 @@ TOPOLOGY = {"ADVANCED_FACE": "face", "EDGE_CURVE": "edge", "VERTEX_POINT": "vert
             "CARTESIAN_POINT": "vertex", "MANIFOLD_SOLID_BREP": "body"}
 GROUPS = {"COMPOSITE_SHAPE_ASPECT", "COMPOSITE_GROUP_SHAPE_ASPECT", "ALL_AROUND_SHAPE_ASPECT",
           "CONTINUOUS_SHAPE_ASPECT"}
+NOTES = {"auxiliary": "()", "theoretical": "[]", "square": "□"}
 PREFIXES = {None: 1, "MILLI": 1e-3, "CENTI": 1e-2, "MICRO": 1e-6, "KILO": 1e3}
 
 
@@ -35,6 +36,10 @@ def decoded(text):
         return escape[0] if escape else chr(int(code, 16)) if code else chr(ord(shifted) + 128)
 
     return ESCAPE.sub(plain, text)
+
+
+def dot(a, b):
+    return sum(x * y for x, y in zip(a, b))
 
 
 def cross(a, b):
@@ -158,7 +163,7 @@ class Exchange:
         if not moved:
             return found
         axes = list(zip(*self.placement(moved[0])))
-        return [[o + sum(a * c for a, c in zip(along, p)) for o, *along in axes] for p in found]
+        return [[o + dot(along, p) for o, *along in axes] for p in found]
 
     # --- AP242 --------------------------------------------------------------------------
 
@@ -219,3 +224,9 @@ class Exchange:
             for row in rows:
                 rows += below[row]
             yield n, kind, rows
+
+    def marks(self, items):
+        """The signs of a dimension's notes."""
+        groups = [self.of(i, "COMPOUND_REPRESENTATION_ITEM") for i in items]
+        notes = [self.of(i, "DESCRIPTIVE_REPRESENTATION_ITEM") for i in items + self.refs(groups)]
+        return [NOTES.get(note[1], note[1]) for note in notes if note]

@@ -15,6 +15,7 @@ import sys
 from collections import Counter
 from itertools import repeat
 
+sys.dont_write_bytecode = True  # the sources' folder stays as it is
 from step_exchange import MODIFIERS, Exchange, dot
 
 DOUBLE, FLOAT = 1e-9, 1e-6  # relative: the plug-in hands planes and places out as float
@@ -25,6 +26,7 @@ LETTERS = {"Ⓜ": "maximumMaterial", "Ⓛ": "leastMaterial", "Ⓕ": "freeState",
            "Ⓟ": "projectedZone", "[ST]": "statisticalTolerance", "MAX": "maximumTolerance"}
 SYMBOLS = {"⌓": "surfaceProfile", "⌖": "position", "⊥": "perpendicularity", "∠": "angularity",
            "∥": "parallelism", "▱": "flatness", "⌒": "lineProfile"}
+TARGETS = "PLACED_DATUM_TARGET_FEATURE", "DATUM_TARGET"
 ZONES = {"cylindrical or circular": "diametrical", "spherical": "spherical"}
 SIZES = "DIMENSIONAL_SIZE", "ANGULAR_SIZE"
 LOCATIONS = "DIMENSIONAL_LOCATION", "ANGULAR_LOCATION", "DIRECTED_DIMENSIONAL_LOCATION"
@@ -42,8 +44,6 @@ def close(want, got, limit, scale):
 
 
 class Comparison:
-    """Joins every statement of a file with the report's, and compares."""
-
     def __init__(self, file, report):
         self.file, self.report, self.compared, self.different = file, report, 0, []
         self.left = [(v["frame"], a) for v in report["views"] for a in v["annotations"]]
@@ -87,8 +87,10 @@ class Comparison:
             self.shows[e] = [n for n in dict.fromkeys(shown) if n in self.joined]
             if not self.shows[e] and self.note(e):
                 self.shows[e] = [e]
-            for plane in f.using(e, "ANNOTATION_PLANE"):
-                for n in self.shows[e]:
+            hidden = any(f.using(item, "INVISIBILITY") for item in [e] + f.refs(f.of(e)))
+            for n in self.shows[e]:
+                self.check(n, "hidden", hidden, self.joined[n][1]["hidden"])
+                for plane in f.using(e, "ANNOTATION_PLANE"):
                     self.place(n, f.placement(plane[2])[1:], f.points(e))
 
     def note(self, n):
@@ -139,8 +141,8 @@ class Comparison:
         unit, area = part("DEFINED_UNIT"), part("DEFINED_AREA_UNIT") or [None]
         first = f.value(unit[0]) if unit else 0.0
         other = {"SQUARE": lambda: first, "RECTANGULAR": lambda: f.value(area[1])}
-        self.check(n, "unit length or area", [first, other.get(area[0], float)()],
-                   [got["rateUnit1"], got["rateUnit2"]])
+        self.check(n, "unit length or area", [0.0, first, other.get(area[0], float)()],
+                   [got["refinement"], got["rateUnit1"], got["rateUnit2"]])
         want = [(MODIFIERS.get(m, m), None) for m in (part("MODIFIERS") or [[]])[0]]
         want += [("projectedZone", f.value(p[3])) for z in zones
                  for p in f.using(z, "PROJECTED_ZONE_DEFINITION")]
@@ -151,7 +153,9 @@ class Comparison:
         self.check(n, "modifiers", sorted(want), reported)
         systems = (part("DATUM_REFERENCE") or base[4:5] or [[]])[0]
         want = [f.compartment(c) for s in systems for c in (f.of(s, "DATUM_SYSTEM") or [[s]])[-1]]
-        reported = [[(d["label"], sorted(m["type"] for m in d["modifiers"])) for d in r["datums"]]
+        want = [("-".join(label for label, _ in datums), datums) for datums in want]
+        reported = [(r["label"], [(d["label"], sorted(m["type"] for m in d["modifiers"]))
+                                  for d in r["datums"]])
                     for r in got["frame"]["references"]] if got["frame"] else []
         self.check(n, "datums in order, with modifiers", want, reported)
 
@@ -163,16 +167,16 @@ class Comparison:
             self.check(n, "validation, datum references", own, ",".join(labels) or "none")
         if "equivalent unicode string" in said:
             _, symbol, value, *datums = re.split(r"(?:\\+[wx])+", said["equivalent unicode string"])
-            number = float(re.match(r"⌀?([\d.]+)", value)[1])
             self.check(n, "validation, type and all around", (SYMBOLS.get(symbol[0]), symbol[1:]),
                        (tolerance["type"], "AAS" if tolerance["allAround"] else ""))
-            self.check(n, "validation, magnitude", True, self.same([number], [row["magnitude"]]))
+            number = [float(re.match(r"⌀?([\d.]+)", value)[1])]
+            self.check(n, "validation, magnitude", True, self.same(number, [row["magnitude"]]))
             self.check(n, "validation, modifiers", {m for s, m in LETTERS.items() if s in value},
                        {m["type"] for m in row["modifiers"]})
             self.check(n, "validation, datums", [re.sub("[Ⓛ-Ⓜ]", "", d) for d in datums], labels)
 
     def same(self, said, got, unit=0.0):
-        """In the model's unit or in mm where that is inch, with values rounded to `unit`."""
+        """In the model's unit, or in mm where that is inch; rounded to `unit`."""
         near = [max(unit, FLOAT * abs(x)) * (1 + FLOAT) for x in got]
         return len(said) == len(got) and any(all(
             abs(s - r * x) <= r * n for s, x, n in zip(said, got, near)) for r in (1, 25.4))
@@ -180,7 +184,7 @@ class Comparison:
     def dimensions(self):
         f = self.file
         for n in f.every(*SIZES, *LOCATIONS):
-            p = f.of(n, *SIZES) or f.of(n, *LOCATIONS)
+            p = f.of(n, *SIZES, *LOCATIONS)
             aspects, name = (p[:1], p[1]) if f.of(n, *SIZES) else (p[2:4], p[0])
             if got := self.join("dimension", n, name, aspects):
                 self.check(n, "type", DIMENSIONS.get(name), (got["type"], got["mainType"]))
@@ -223,8 +227,7 @@ class Comparison:
         for n in f.every("DATUM"):
             label = f.of(n, "DATUM")[4]
             sources = [r[2] for r in f.using(n, "SHAPE_ASPECT_RELATIONSHIP") if r[3] == n]
-            targets = {s: label + p[4] for s in sources
-                       if (p := f.of(s, "PLACED_DATUM_TARGET_FEATURE", "DATUM_TARGET"))}
+            targets = {s: label + p[4] for s in sources if (p := f.of(s, *TARGETS))}
             of = {s: [r[2] for r in f.using(s, "FEATURE_FOR_DATUM_TARGET_RELATIONSHIP")]
                   for s in targets}
             features = [s for s in sources if s not in targets]
@@ -254,26 +257,27 @@ class Comparison:
                    if f.of(i, "CAMERA_MODEL_D3")}
         self.check("-", "saved views", len(cameras), len(self.report["captures"]))
         for (n, camera), got in zip(cameras.items(), self.report["captures"]):
-            self.check(n, "name", (f.of(n, "REPRESENTATION") or f.of(n))[0], got["name"])
+            name = f.of(n, "REPRESENTATION", *f.all[n])[0]
+            self.check(n, "name, id", (name, f"#{n}"), (got["name"], got.get("id", f"#{n}")))
             within = [r for i in f.items(n) if f.of(i, "ANNOTATION_PLANE") for r in f.of(i)[3]]
             elements = [e for e in dict.fromkeys(f.items(n) + within) if e in self.shows]
             members = [m for e in elements for m in self.shows[e]]
-            named = got["members"]
             names, ids = [self.joined[m][1]["name"] for m in members], [f"#{m}" for m in members]
-            self.check(n, "number of members", len(members), named["count"])
-            self.check(n, "members", sorted(names), sorted(named["annotations"]))
-            self.check(n, "ids of members", sorted(ids), sorted(named.get("ids", ids)))
+            self.check(n, "number of members", len(members), got["members"]["count"])
+            self.check(n, "members", sorted(names), sorted(got["members"]["annotations"]))
+            self.check(n, "ids of members", sorted(ids), sorted(got["members"].get("ids", ids)))
             self.camera(n, f.of(camera), got["camera"], elements)
             for v in [n] + [v for v in f.users[n] if f.of(v, "MODEL_GEOMETRIC_VIEW")]:
-                said = self.file.validation(v).get("number of annotations", len(elements))
-                self.check(v, "validation, number of annotations", float(said), len(elements))
+                if said := f.validation(v).get("number of annotations"):
+                    shown = got["members"]["count"] - len(members) + len(elements)
+                    self.check(v, "validation, number of annotations", said, shown)
 
     def camera(self, n, stated, got, elements):
         f = self.file
         eye, _, up, z = f.placement(stated[1])
-        height = f.of(f.of(stated[2], "VIEW_VOLUME")[8], "PLANAR_BOX")[2]
-        self.check(n, "camera's place", eye, got["origin"])
+        self.check(n, "camera's name and place", (stated[0], eye), (got["name"], got["origin"]))
         self.check(n, "camera, up", up, got["viewDirectionNormal"], FLOAT, 1)
+        height = f.of(f.of(stated[2], "VIEW_VOLUME")[8], "PLANAR_BOX")[2]
         self.check(n, "camera, zoom", 2 / height, got["zoom"])
         fronts = [f.placement(p[2])[3] for e in elements for p in f.using(e, "ANNOTATION_PLANE")]
         sides = {dot(front, z) > 0 for front in fronts}
@@ -283,21 +287,18 @@ class Comparison:
 
     def counts(self):
         rows = [len(a["tolerance"]["rows"]) for _, a in self.joined.values() if "tolerance" in a]
-        kinds = Counter(a["kind"] for _, a in self.joined.values())
+        of = lambda *types: sum(bool(self.file.of(n, *types)) for n in self.joined)
         shown = sum(any(self.joined[m][0] for m in shown) for shown in self.shows.values())
         got = {"geometric tolerances": sum(rows), "composite tolerances": sum(r > 1 for r in rows),
                "datum features": self.features, "datums": self.features, "annotations": shown,
-               "datum targets": kinds["datumTarget"], "views": len(self.report["captures"])}
+               "dimensional sizes": of(*SIZES), "dimensional locations": of(*LOCATIONS),
+               "datum targets": of(*TARGETS), "views": len(self.report["captures"])}
         for n in self.file.every("PRODUCT_DEFINITION_SHAPE"):
             said = {k.partition(" of ")[2]: v for k, v in self.file.validation(n).items()}
             for name in got.keys() & said.keys():
                 self.check(n, "validation, number of " + name, said[name], got[name])
-            if "dimensional sizes" in said:
-                both = said["dimensional sizes"] + said["dimensional locations"]
-                self.check(n, "validation, dimensions", both, kinds["dimension"])
         for n, of in {**{n: n for n in self.joined}, **self.stands_for}.items():
-            said = self.file.validation(n).get("number of PMI presentation elements")
-            if said is not None:
+            if said := self.file.validation(n).get("number of PMI presentation elements"):
                 shown = self.joined.get(of, [None])[0] is not None
                 self.check(n, "validation, presentations", said, float(shown))
 

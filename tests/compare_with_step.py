@@ -247,9 +247,8 @@ class Comparison:
         items = [i for use in uses for i in f.items(use[1])]
         sizes = [f.value(i) for i in items if f.measure(i)]
         self.check(n, "sizes", sizes, [float(x) for x in re.findall(r"[\d.]+", got["note"])])
-        for i in items:
-            if not f.measure(i):
-                self.check(n, "place", f.placement(i)[0], got["point1"])
+        places = [f.placement(i)[0] for i in items if not f.measure(i)]
+        self.check(n, "place", places, [got["point1"]])
 
     def views(self):
         f = self.file

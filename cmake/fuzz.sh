@@ -1,16 +1,15 @@
 #!/usr/bin/env bash
-# Feeds damaged files to the model readers and the whole walk behind them: cmake/fuzz.sh [SECONDS],
-# which the formats share. Starts from the bundled models, for STEP also from small pieces of one,
-# and their names; findings are left in build/fuzz/findings.
+# Feeds damaged documents to the model readers and the whole walk behind them: cmake/fuzz.sh
+# [SECONDS] for each format. Starts from small pieces of the bundled models, and their names; findings
+# are left in build/fuzz/findings.
 set -eu
 cd "$(dirname "$0")/.."
 . cmake/setup.sh
-need_packages "${base_packages[@]}" clang libclang-rt-dev
+need_packages "${base_packages[@]}" clang libclang-rt-dev python3
 build fuzz qif_fuzz step_fuzz
 mkdir -p build/fuzz/qif build/fuzz/step build/fuzz/findings
-cp models/*.qif build/fuzz/qif/
-cp models/*.stp build/fuzz/step/
-# Each piece is a paragraph of the model behind its first one, with product, units and shape.
+python3 tests/fuzz/seeds.py models/mounting_bracket.qif build/fuzz/qif
+# Each piece is a paragraph of the model behind its first two, with product, units and shape.
 awk -v folder=build/fuzz/step 'BEGIN { RS = ""; ORS = "\n" }
   NR < 3 { head = head $0 "\n"; next }
   { file = folder "/piece" NR ".stp"; sub(/ENDSEC;\nEND-ISO-10303-21;/, "")
@@ -18,14 +17,18 @@ awk -v folder=build/fuzz/step 'BEGIN { RS = ""; ORS = "\n" }
 grep -ohE '<[A-Za-z0-9]+|[A-Za-z]+="|[A-Z_]{4,}' models/*.qif | sort -u |
   sed 's/"/\\"/g; s/.*/"&"/' >build/fuzz/qif.dict
 grep -ohE '[A-Z_0-9]{4,}\(?|\.[A-Z_]+\.' models/*.stp | sort -u | sed 's/.*/"&"/' >build/fuzz/step.dict
+# Documents are small: the program's bound on memory is little more than 100 MB, and the sanitizer
+# takes as much again.
+export ASAN_OPTIONS=quarantine_size_mb=16
 for format in qif step; do
   status=0
   build/fuzz/bin/${format}_fuzz -dict=build/fuzz/$format.dict \
-    -artifact_prefix=build/fuzz/findings/ -max_total_time=$((${1:-60} / 2)) -timeout=20 \
-    -rss_limit_mb=2048 -print_final_stats=1 build/fuzz/$format >build/fuzz/log 2>&1 || status=$?
+    -artifact_prefix=build/fuzz/findings/ -max_total_time="${1:-60}" -timeout=20 \
+    -rss_limit_mb=250 -print_final_stats=1 build/fuzz/$format >build/fuzz/log 2>&1 || status=$?
   if [ $status -ne 0 ]; then
     tail -n 60 build/fuzz/log
     exit $status
   fi
+  echo "$format:"
   grep -E 'DONE|^Done|^stat::' build/fuzz/log
 done

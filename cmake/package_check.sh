@@ -39,10 +39,12 @@ headers=$prefix/include/KOVAOrvoPMIExporter
 version=$(sed -n 's/^set(PACKAGE_VERSION "\(.*\)")$/\1/p' \
   "$prefix"/lib/cmake/KOVAOrvoPMIExporter/KOVAOrvoPMIExporterConfigVersion.cmake)
 [ "$("$prefix/bin/pmi_report" --version)" = "pmi_report $version" ] || fail "versions differ"
-# But for the model's path, the report is the same.
-(cd / && "$prefix/bin/pmi_report") >"$work/report"
-build/release/bin/pmi_report | tail -n +2 | diff - <(tail -n +2 "$work/report")
-annotations=$(awk '/^  totals:/ { for (i = 5; i <= NF; i += 2) sum += $i; print sum }' "$work/report")
+# But for the model's path, the report is the same. 4: some of it may be lost.
+(cd / && "$prefix/bin/pmi_report") >"$work/report" 2>/dev/null || [ $? -eq 4 ]
+diff <(build/release/bin/pmi_report 2>/dev/null | tail -n +2) <(tail -n +2 "$work/report")
+annotations=$(awk -F '; ' 'NR == 1 { n = split($2, counts, ", ")
+  for (i = 1; i <= n; ++i) if (counts[i] !~ /capture/) sum += counts[i]
+  print sum }' "$work/report")
 
 export CFLAGS='-Wall -Wextra -Wpedantic -Wstrict-prototypes -Werror'
 export CXXFLAGS='-Wall -Wextra -Wpedantic -Wconversion -Werror'

@@ -26,7 +26,7 @@ need_packages() {
   } >&2
 }
 
-base_packages=(g++ cmake ninja-build libpugixml-dev nlohmann-json3-dev libcli11-dev libgtest-dev
+base_packages=(g++ cmake ninja-build libxml2-dev zlib1g-dev nlohmann-json3-dev libcli11-dev libgtest-dev
   libgmock-dev)
 
 # quietly COMMAND ...: runs it and shows what it printed only when it fails.

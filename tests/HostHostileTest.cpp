@@ -118,15 +118,15 @@ TEST(HostHostile, FeaturesThatConsistOfThemselvesAreReadOnce) {
 
 TEST(HostHostile, DeepAndWideDocumentsEndInBoundedTimeAndMemory) {
   const int many = 1000000;
-  EXPECT_EQ(ErrorOf(Document(Repeat("<a>", many) + Repeat("</a>", many))), "");
-  EXPECT_THAT(ErrorOf(Document(Repeat("<a>", many))), HasSubstr("part.qif:1:"));
+  EXPECT_THAT(ErrorOf(Document(Repeat("<a>", many) + Repeat("</a>", many))),
+              AllOf(HasSubstr("part.qif:1:"), HasSubstr("250 levels")));
   EXPECT_THAT(ErrorOf(Document(Repeat("<Product/>", many))), HasSubstr("too many"));
   EXPECT_EQ(ErrorOf(Edited("n=\"40\"", "n=\"18446744073709551615\"")), "");
   const std::string enormous(10000000, 'x');
   EXPECT_EQ(ErrorOf(Edited("<Name>Bore diameter<", "<Name>" + enormous + "<")), "");
   EXPECT_EQ(ErrorOf(Edited("<Name>Bore diameter<", "<Name><")), "");
-  EXPECT_NE(ErrorOf(std::string(1000, '\0')), "");
-  EXPECT_NE(ErrorOf("<!DOCTYPE a [<!ENTITY b \"&b;&b;\">]><QIFDocument>&b;</QIFDocument>"), "");
+  EXPECT_THAT(ErrorOf("<!DOCTYPE a [<!ENTITY b \"&b;&b;\">]><QIFDocument>&b;</QIFDocument>"),
+              HasSubstr("loop"));
 }
 
 }  // namespace

@@ -19,22 +19,25 @@ enum class Severity {
   kIgnored,  // nothing of PMI
 };
 
-// Something that the document holds and the model does not, or not wholly.
+// Something that the document holds and the model does not, or not wholly. Long texts are cut.
 struct SkippedItem {
   Severity severity;
   std::string kind;        // the document's element name
   std::string id;          // of the element, or of what it belongs to; empty when there is none
   std::string annotation;  // id of the annotation or capture that it belongs to; empty for none
   std::string reason;      // what is missing and why
-  long line = 0;           // of the element in the document, from 1; 0 when it is not known
+  long line = 0;           // of the first in the document, from 1; 0 when it is not known
   long count = 1;          // how many entries this one stands for; they differ in nothing but line
 };
 
 // A value of an annotation as the document writes it, where its unit is not the model's.
 struct WrittenValue {
-  std::string field;  // "value", "upper", "lower", "magnitude" ...
-  std::string text;   // as written
-  std::string unit;   // the unit's name in the document
+  // Where the report has the value: "value", "upper", "upperText" (of a limit), "magnitude" of a
+  // tolerance's first row, "rows[1].magnitude" of its second, "modifiers[0].magnitude", "point1"
+  // ...
+  std::string field;
+  std::string text;  // as written
+  std::string unit;  // the unit's name in the document
 };
 
 // What the document calls an entity of the model.

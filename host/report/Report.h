@@ -2,8 +2,10 @@
 
 #include <array>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 // What a plug-in answered about one model. Texts are UTF-8; lengths are in the model's length unit,
@@ -30,7 +32,8 @@ struct EntityReport {
   Text id, label;
 };
 
-// A model entity that PMI applies to, with the ids of the annotations, in the report's order.
+// A face, edge, vertex or body that PMI applies to, with the ids of the annotations, in the
+// report's order.
 struct AppliedEntityReport {
   EntityReport entity;
   std::vector<Text> annotations;
@@ -47,7 +50,7 @@ struct ModifierReport {
 };
 
 struct FrameDatumReport {
-  Text label;
+  Text id, label;  // the id is the datum annotation's
   std::vector<ModifierReport> modifiers;
 };
 
@@ -81,7 +84,7 @@ struct ToleranceReport {
 };
 
 struct CalloutReport {
-  Text name, calloutType;
+  Text id, name, calloutType;
   Number value;
 };
 
@@ -92,7 +95,8 @@ struct DimensionTextsReport {
 
 struct DimensionReport {
   Text type, mainType, calloutType;
-  std::string tolerance;  // "none", "limits", "plusMinus", "basic", "reference" or "general"
+  // "none", "limits", "plusMinus", "basic" or "reference"; empty where it was not answered.
+  std::string tolerance;
   Number value, precision, lower, upper, tolerancePrecision;
   Text upperText, lowerText;
   DimensionTextsReport texts;
@@ -103,7 +107,7 @@ struct DimensionReport {
 
 struct DatumReport {
   Text label;
-  std::vector<Text> targets;
+  std::vector<Text> targets, targetIds;  // labels and ids of the same targets
 };
 
 struct DatumTargetReport {
@@ -116,6 +120,23 @@ struct RoughnessReport {
   std::vector<Text> fields;
 };
 
+// What only annotations of one kind have: takes no storage where it is absent. Copies share it.
+template <typename T>
+class Part {
+ public:
+  Part& operator=(T value) {
+    value_ = std::make_shared<T>(std::move(value));
+    return *this;
+  }
+  T& emplace() { return *(value_ = std::make_shared<T>()); }
+  explicit operator bool() const { return value_ != nullptr; }
+  T& operator*() const { return *value_; }
+  T* operator->() const { return value_.get(); }
+
+ private:
+  std::shared_ptr<T> value_;
+};
+
 struct AnnotationReport {
   std::string kind;
   Text id;  // persistent, as the plug-in answers it
@@ -125,12 +146,13 @@ struct AnnotationReport {
   std::vector<EntityReport> entities;
   std::optional<Point2> position;
   Number depth;
-  std::vector<std::array<Point3, 2>> leaders;  // tail and head
-  std::optional<DimensionReport> dimension;
-  std::optional<ToleranceReport> tolerance;
-  std::optional<DatumReport> datum;
-  std::optional<DatumTargetReport> datumTarget;
-  std::optional<RoughnessReport> roughness;
+  // Tail and head; not a number where the plug-in gave none.
+  std::vector<std::array<Point3, 2>> leaders;
+  Part<DimensionReport> dimension;
+  Part<ToleranceReport> tolerance;
+  Part<DatumReport> datum;
+  Part<DatumTargetReport> datumTarget;
+  Part<RoughnessReport> roughness;
   std::vector<WrittenReport> written;
 };
 
@@ -139,7 +161,7 @@ struct ViewFrameReport {
 };
 
 struct ViewReport {
-  Text id;
+  Text id;  // persistent where the view has one, else "view 1" and so on by its place
   std::optional<ViewFrameReport> frame;
   std::vector<AnnotationReport> annotations;
 };

@@ -1,18 +1,15 @@
 #include "report/Walk.h"
 
-#include "framework_core/KOVAIdentifiers.h"
+#include "report/Answers.h"
 #include "report/EnumNames.h"
 #include "report/WalkAnnotation.h"
-#include "report/Wide.h"
-
-Text TextOf(const KOVAString& string) { return ToUtf8(string.GetText()); }
 
 namespace {
 
 class Walker {
  public:
-  Walker(KOVAPMIExporter& exporter, const EntityNamer& namer)
-      : exporter_(exporter), namer_(namer) {}
+  Walker(KOVAPMIExporter& exporter, const DocumentNames& names)
+      : exporter_(exporter), names_(names), entities_(exporter, names) {}
 
   ModelReport Walk() {
     for (const char* kind : {"text", "roughness", "geometricTolerance", "dimension", "datum",
@@ -37,12 +34,15 @@ class Walker {
       KOVAIdentifier capture;
       if (exporter_.GetCapture(set, i, capture).IsSuccess()) VisitCapture(capture);
     }
+    report_.entities = entities_.Take();
     return std::move(report_);
   }
 
  private:
   void VisitView(const KOVAIdentifier& view) {
     ViewReport& report = report_.views.emplace_back();
+    report.id = IdOfObject(exporter_, view);
+    if (!report.id) report.id = "view " + std::to_string(report_.views.size());
     float f[9];
     if (exporter_.GetViewCoordinateSystem(view, f).IsSuccess()) {
       report.frame = {{f[0], f[1], f[2]}, {f[3], f[4], f[5]}, {f[6], f[7], f[8]}};
@@ -52,13 +52,14 @@ class Walker {
     for (int i = 0; i < count; ++i) {
       KOVAIdentifier annotation;
       if (!exporter_.GetViewAnnotation(view, i, annotation).IsSuccess()) continue;
-      report.annotations.push_back(WalkAnnotation(exporter_, annotation, namer_));
+      report.annotations.push_back(WalkAnnotation(exporter_, annotation, names_, entities_));
       ++report_.totals[report.annotations.back().kind];
     }
   }
 
   void VisitCapture(const KOVAIdentifier& capture) {
     CaptureReport& report = report_.captures.emplace_back();
+    report.id = IdOfObject(exporter_, capture);
     report.name = NameOfObject(exporter_, capture);
     KOVAString name;
     KOVAPMICameraType type = CameraTypeUnknown;
@@ -89,26 +90,19 @@ class Walker {
       KOVAIdentifier member;
       exporter_.GetCaptureEntity(capture, i, member);
       if (member.GetNativeObject() != nullptr) {
-        report.members.push_back({{}, NameOfObject(exporter_, member)});
+        report.members.push_back({IdOfObject(exporter_, member), NameOfObject(exporter_, member)});
       }
     }
   }
 
   KOVAPMIExporter& exporter_;
-  const EntityNamer& namer_;
+  const DocumentNames& names_;
+  EntityTable entities_;
   ModelReport report_;
 };
 
 }  // namespace
 
-ModelReport WalkModel(KOVAPMIExporter& exporter, const EntityNamer& namer) {
-  return Walker(exporter, namer).Walk();
-}
-
-Text NameOfObject(KOVAPMIExporter& exporter, const KOVAIdentifier& object) {
-  // Without a name the query leaves the string as it was.
-  static const KOVAString unset(L"\x1");
-  KOVAString name = unset;
-  if (!exporter.GetAnnotationName(object, name).IsSuccess() || name.equals(unset)) return {};
-  return TextOf(name);
+ModelReport WalkModel(KOVAPMIExporter& exporter, const DocumentNames& names) {
+  return Walker(exporter, names).Walk();
 }

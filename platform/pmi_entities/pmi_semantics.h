@@ -15,10 +15,10 @@ class KOVAPMI_DIMENSION : public QENCOLLECTION {
     dimension_type type = dim_unknown;
     dimension_subtype subtype = dim_sub_unknown;
     double value = 0;
-    double value_precision = 0;  // decimal places
+    double value_precision = 0;  // decimal places; negative: no value is stated
     double upper_limit = 0;
     double lower_limit = 0;
-    double tolerance_precision = 0;  // decimal places
+    double tolerance_precision = 0;  // decimal places; negative: no tolerance is stated
     pmi_text upper_text, lower_text, hole_callout;
     KOVAPMI_NOTE* note = nullptr;
     KOVAPMI_DISPLAY_PROPERTIES* display = nullptr;

@@ -36,32 +36,32 @@ constexpr NamedModifier kDatumFlags[] = {
     {"ConstrainOrientation", zone_mod_orientation_only},
 };
 
-void AddDatumModifiers(Reading& reading, Element simple, Element frame,
-                       KOVAPMI_MODIFIED_DATUM& modified) {
+// The report has the modifiers at `at`.
+void AddDatumModifiers(Reading& reading, Fields& simple, KOVAPMI_MODIFIED_DATUM& modified,
+                       const std::string& at) {
   for (const char* field :
        {"MaterialModifier", "DiameterModifier", "SectionModifier", "ReducedDatum"}) {
-    const std::string_view text = TextOf(simple, field);
+    const std::string_view text = simple.Text(field);
     for (const auto& [name, type] : kDatumModifiers) {
       if (text == name) reading.part.AddModifier(modified, type);
     }
   }
   for (const auto& [name, type] : kDatumFlags) {
-    if (IsTrue(simple, name)) reading.part.AddModifier(modified, type);
+    if (simple.Flag(name)) reading.part.AddModifier(modified, type);
   }
-  if (IsTrue(Child(simple, "DatumTranslation"), "DatumTranslationAllowed")) {
+  Fields translation(simple["DatumTranslation"]);
+  if (translation.Flag("DatumTranslationAllowed")) {
     reading.part.AddModifier(modified, zone_mod_translation);
   }
-  if (const Element length = Child(simple, "ProjectedDatum")) {
-    reading.part.AddModifier(modified, zone_mod_projected_zone, reading.units.Length(length).value);
+  if (const Element length = simple["ProjectedDatum"]) {
+    const std::size_t index = standin::Edit(modified).modifiers.size();
+    const std::string field = at + "modifiers[" + std::to_string(index) + "].magnitude";
+    const double value = reading.Value(field, reading.units.Length(length));
+    reading.part.AddModifier(modified, zone_mod_projected_zone, value);
   }
-  if (Child(Child(simple, "DatumFeatureSimulatorModifier"), "BasicSize")) {
-    reading.part.AddModifier(modified, zone_mod_basic);
-  }
-  SkipUnknown(reading, simple, frame,
-              {"DatumDefinitionId", "MaterialModifier", "SizeCharacteristicDefinitionId",
-               "ReferencedComponent", "SubstituteFeatureAlgorithm", "DatumTranslation",
-               "ProjectedDatum", "DiameterModifier", "SectionModifier", "ContactingFeature",
-               "DistanceVariable", "ReducedDatum", "ConstrainOrientation"});
+  Fields simulator(simple["DatumFeatureSimulatorModifier"]);
+  if (simulator["BasicSize"]) reading.part.AddModifier(modified, zone_mod_basic);
+  for (const Fields* record : {&translation, &simulator, &simple}) reading.SkipRest(*record);
 }
 
 int PrecedenceOf(Element datum) {
@@ -72,29 +72,65 @@ int PrecedenceOf(Element datum) {
                           std::begin(kOrder));
 }
 
-// One compartment: a datum, or the common datum of several.
-KOVAPMI_DREF& ReadCompartment(Reading& reading, Element compartment, Element frame) {
+double SequenceOf(Element datum) {
+  const Element number = Child(datum, "SequenceNumber");
+  return number ? NumberOf(number) : 0;
+}
+
+// The datums of a compartment, those of a common datum by their sequence numbers.
+std::vector<Element> SimpleDatums(Reading& reading, Element compartment) {
+  std::vector<Element> found;
+  std::vector<Element> pending = {compartment};
+  while (!pending.empty()) {
+    const Element next = pending.back();
+    pending.pop_back();
+    if (NameOf(next) == "SimpleDatum") {
+      found.push_back(next);
+      continue;
+    }
+    std::vector<Element> parts;
+    for (const Element part : next.children()) {
+      const std::string_view name = NameOf(part);
+      if (name == "SimpleDatum" || name == "CompoundDatum" || name == "Datum") {
+        parts.push_back(part);
+      }
+    }
+    std::stable_sort(parts.begin(), parts.end(),
+                     [](Element a, Element b) { return SequenceOf(a) < SequenceOf(b); });
+    pending.insert(pending.end(), parts.rbegin(), parts.rend());
+    const Element reduced = Child(next, "ReducedDatum");
+    if (reduced && NameOf(next) == "CompoundDatum") {
+      reading.Skip(Severity::kReduced, reduced, "the model has it for single datums only");
+    }
+  }
+  return found;
+}
+
+// One compartment: a datum, or the common datum of several. The report has it at `at`.
+KOVAPMI_DREF& ReadCompartment(Reading& reading, Element compartment, const std::string& at) {
   auto& reference = reading.part.Make<KOVAPMI_DREF>();
   auto& fields = standin::Edit(reference);
   std::wstring label;
-  for (Element inner = compartment; inner; inner = Next(inner, compartment)) {
-    if (NameOf(inner) != "SimpleDatum") continue;
+  for (const Element inner : SimpleDatums(reading, compartment)) {
     const Document::Entry& datum = reading.document.RequireChild(inner, "DatumDefinitionId");
     if (is_ATTRIB_KOVAPMI_DATUM(datum.entity) != 1) {
-      reading.Skip(frame, "its datum " + std::to_string(datum.id) + " could not be read");
+      reading.Lose(inner, "its datum " + std::to_string(datum.id) + " could not be read");
       continue;
     }
     auto& modified = reading.part.Make<KOVAPMI_MODIFIED_DATUM>();
     KOVAPMI_DATUM& kernelDatum =
         standin::DatumOf(static_cast<ATTRIB_KOVAPMI_DATUM&>(*datum.entity));
     standin::Edit(modified).datum = &kernelDatum;
-    AddDatumModifiers(reading, inner, frame, modified);
+    Fields simple(inner);
+    simple.Pass({"DatumDefinitionId"});
+    const std::string place = at + "datums[" + std::to_string(fields.datums.size()) + "].";
+    AddDatumModifiers(reading, simple, modified, place);
     fields.datums.push_back(&modified);
     label += (label.empty() ? L"" : L"-") + std::wstring(kernelDatum.get_wlabel());
   }
-  for (const char* measured : {"NominalDatumFeature", "MeasuredDatumFeature"}) {
-    if (Child(compartment, measured)) {
-      reading.Skip(frame, std::string(measured) + " is no datum of the model");
+  for (const char* feature : {"NominalDatumFeature", "MeasuredDatumFeature"}) {
+    if (const Element element = Child(compartment, feature)) {
+      reading.Lose(element, std::string(feature) + " is no datum of the model");
     }
   }
   fields.note = label;
@@ -103,31 +139,44 @@ KOVAPMI_DREF& ReadCompartment(Reading& reading, Element compartment, Element fra
 
 }  // namespace
 
-KOVAPMI_DRF& Reading::Frame(Document::Entry& entry) {
-  const auto [known, isNew] = frames_.try_emplace(&entry, nullptr);
-  if (known->second != nullptr) return *known->second;
-  if (!isNew) throw Unreadable(entry.element, "its reference frame could not be read");
-  auto& frame = part.Make<KOVAPMI_DRF>();
-  std::vector<Element> compartments;
-  for (const Element datum : Child(entry.element, "Datums").children()) {
-    compartments.push_back(datum);
+KOVAPMI_DRF& Reading::Frame(Document::Entry& entry, const std::string& field) {
+  const auto [known, isNew] = frames_.try_emplace(&entry);
+  Shared& shared = known->second;
+  if (isNew) Share(shared, entry.element, [&] { shared.frame = &ReadFrame(entry); });
+  if (shared.frame == nullptr) {
+    throw Unreadable(entry.element, "its reference frame could not be read: " +
+                                        shared.account.Items().back().reason);
   }
+  Spend(standin::Edit(*shared.frame).references.size());
+  ListAgain(shared, field);
+  return *shared.frame;
+}
+
+KOVAPMI_DRF& Reading::ReadFrame(Document::Entry& entry) {
+  auto& frame = part.Make<KOVAPMI_DRF>();
+  Fields fields(entry.element);
+  std::vector<Element> compartments;
+  for (const Element datum : fields["Datums"].children()) compartments.push_back(datum);
   std::stable_sort(compartments.begin(), compartments.end(),
                    [](Element a, Element b) { return PrecedenceOf(a) < PrecedenceOf(b); });
+  auto& references = standin::Edit(frame).references;
   for (const Element compartment : compartments) {
-    standin::Edit(frame).references.push_back(&ReadCompartment(*this, compartment, entry.element));
+    const std::string at = "references[" + std::to_string(references.size()) + "].";
+    references.push_back(&ReadCompartment(*this, compartment, at));
   }
-  const std::string_view name = TextOf(entry.element, "Name");
+  const std::string_view name = fields.Text("Name");
   if (!name.empty()) standin::Edit(frame).note = Wide(name);
   part.Id(frame, entry.element.attribute("id").value());
-  known->second = &frame;
+  SkipRest(fields);
   return frame;
 }
 
 void Reading::SkipUnusedFrames() {
   for (const Element element : document.At({"DatumReferenceFrames"}).children()) {
     Count("datumReferenceFrames");
-    if (frames_.count(&document.EntryOf(element)) == 0) Skip(element, "no tolerance uses it");
+    if (frames_.count(&document.EntryOf(element)) == 0) {
+      Skip(Severity::kIgnored, element, "no tolerance uses it");
+    };
   }
 }
 

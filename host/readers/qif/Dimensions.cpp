@@ -1,8 +1,10 @@
 // Dimensions: every characteristic that has a size.
 
+#include <algorithm>
 #include <cmath>
 
 #include "readers/qif/Reading.h"
+#include "readers/qif/Text.h"
 
 namespace qif {
 
@@ -62,6 +64,9 @@ constexpr DimensionKind kKinds[] = {
     {"UserDefinedUnit", dim_unknown, dim_sub_unknown, Measure::kPlain},
 };
 
+// The decimal places of a value or of limits that the document does not state.
+constexpr double kNotStated = -1;
+
 // a - b without what the subtraction of decimals leaves behind: 0.1 and not 0.10000000000000142.
 double Difference(double a, double b) {
   const double largest = std::max(std::abs(a), std::abs(b));
@@ -73,14 +78,12 @@ double Difference(double a, double b) {
 
 // A written number with the decimal places that are stated for it: 35.2 with two is 35.20.
 std::string WithDecimals(std::string written, int decimals) {
-  const auto end = std::min(written.find(' '), written.size());
-  if (written.find_first_of("eE") < end) return written;
-  auto point = std::min(written.find('.'), end);
-  const auto have = point < end ? end - point - 1 : 0;
+  if (written.find_first_of("eE") != std::string::npos) return written;
+  const std::size_t point = std::min(written.find('.'), written.size());
+  const std::size_t have = point < written.size() ? written.size() - point - 1 : 0;
   if (decimals <= 0 || have >= static_cast<std::size_t>(decimals)) return written;
-  std::string more = point < end ? "" : ".";
-  more.append(static_cast<std::size_t>(decimals) - have, '0');
-  return written.insert(end, more);
+  if (point == written.size()) written += '.';
+  return written.append(static_cast<std::size_t>(decimals) - have, '0');
 }
 
 class DimensionReader {
@@ -89,7 +92,6 @@ class DimensionReader {
       : reading_(reading),
         nominal_(characteristic.nominal),
         definition_(characteristic.definition),
-        firstUse_(characteristic.firstUse),
         kind_(kind) {}
 
   // Null for what is not a dimension after all: a quantity without a value and limits.
@@ -97,17 +99,22 @@ class DimensionReader {
     features_ = reading_.FeaturesOf(nominal_, false);
     const bool hasValue = ReadValue();
     const bool hasLimits = ReadLimits();
-    RequireFinite(nominal_, {fields_.value, fields_.upper_limit, fields_.lower_limit});
+    const Element element = nominal_.Record();
+    RequireFinite(element, {fields_.value, fields_.upper_limit, fields_.lower_limit});
     if (kind_.measure == Measure::kPlain && !(hasValue && hasLimits)) return nullptr;
     ReadTexts();
-    SkipRest();
-    if (!hasValue) reading_.Skip(nominal_, "no target value");
-
+    if (!hasValue) {
+      reading_.Skip(Severity::kReduced, element, "it states no target value");
+    }
     auto& dimension = reading_.part.AddDimension(Members(), kind_.type, kind_.subtype, 0);
     auto& fields = standin::Edit(dimension);
     fields_.type = kind_.type;
     fields_.subtype = kind_.subtype;
     fields = fields_;
+    // A thread that is given as a text has no diameter.
+    const bool isText = kind_.type == dim_thread && fields.value == 0;
+    if (!hasValue || isText) fields.value_precision = kNotStated;
+    if (!hasLimits) fields.tolerance_precision = kNotStated;
     for (const Document::Entry* feature : features_) {
       if (IsHole(feature->element)) reading_.holeDimensions.insert(&dimension);
     }
@@ -115,10 +122,10 @@ class DimensionReader {
   }
 
  private:
-  Quantity Measured(Element element, bool pmi = true) const {
-    if (kind_.measure == Measure::kAngle) return reading_.units.Angle(element, pmi);
+  Quantity Measured(Element element) const {
+    if (kind_.measure == Measure::kAngle) return reading_.units.Angle(element);
     if (kind_.measure == Measure::kPlain) return reading_.units.Plain(element);
-    return reading_.units.Length(element, pmi);
+    return reading_.units.Length(element);
   }
 
   Element DefinitionOf(const Document::Entry& feature) const {
@@ -128,9 +135,9 @@ class DimensionReader {
   }
 
   bool ReadValue() {
-    if (const Element target = Child(nominal_, "TargetValue")) {
+    if (const Element target = nominal_["TargetValue"]) {
       const Quantity value = Measured(target);
-      fields_.value = value.value;
+      fields_.value = reading_.Value("value", value);
       fields_.value_precision = value.decimals;
       return true;
     }
@@ -141,7 +148,9 @@ class DimensionReader {
            {std::pair(kind_.field, 1.0), std::pair(kind_.otherField, kind_.otherFactor)}) {
         const Element size = field == nullptr ? Element() : Child(definition, field);
         if (!size) continue;
-        fields_.value = factor * Measured(size, false).value;
+        const Quantity value = Measured(size);
+        // Of a diameter for a radius, nothing is written of the value itself.
+        fields_.value = factor == 1 ? reading_.Value("value", value) : factor * value.value;
         return true;
       }
     }
@@ -149,24 +158,26 @@ class DimensionReader {
   }
 
   bool ReadThread() {
-    const Document::Entry* const entry = reading_.document.Find(Child(definition_, kThreadId));
-    if (entry == nullptr) throw Unreadable(definition_, "its thread does not exist");
-    const Element thread = entry->element;
-    if (const Element text = Child(thread, kThreadText)) {
+    const Document::Entry* const entry = reading_.document.Find(definition_[kThreadId]);
+    if (entry == nullptr) throw Unreadable(definition_.Record(), "its thread does not exist");
+    Fields thread(entry->element);
+    thread.Pass({"Name"});
+    if (const Element text = thread[kThreadText]) {
       fields_.hole_callout = Wide(WordOf(text));
-      return true;
+    } else {
+      const Quantity diameter = reading_.units.Length(thread["Diameter"]);
+      fields_.value = reading_.Value("value", diameter);
+      fields_.value_precision = diameter.decimals;
+      std::string callout = diameter.Written();
+      for (const char* field : {"ThreadDensity", "ThreadSeries", "ThreadToleranceClass"}) {
+        const Element part = thread[field];
+        const std::string_view own = WordOf(part);
+        const std::string text(own.empty() ? WordOf(part.first_child()) : own);
+        if (!text.empty()) callout += "-" + text;
+      }
+      fields_.hole_callout = Wide(callout);
     }
-    const Quantity diameter = reading_.units.Length(Child(thread, "Diameter"));
-    fields_.value = diameter.value;
-    fields_.value_precision = diameter.decimals;
-    std::string callout = diameter.written;
-    for (const char* field : {"ThreadDensity", "ThreadSeries", "ThreadToleranceClass"}) {
-      const Element part = Child(thread, field);
-      const std::string_view own = WordOf(part);
-      const std::string text(own.empty() ? WordOf(part.first_child()) : own);
-      if (!text.empty()) callout += "-" + text;
-    }
-    fields_.hole_callout = Wide(callout);
+    reading_.SkipRest(thread);
     return true;
   }
 
@@ -174,43 +185,57 @@ class DimensionReader {
   // stay as texts.
   bool ReadLimits() {
     const bool ownLimits = kind_.name == "UserDefinedUnit";
-    const Element tolerance = ownLimits ? nominal_ : Child(definition_, "Tolerance");
-    if (!tolerance) return false;
-    Element limits = tolerance;
-    if (Child(tolerance, "DefinitionId")) {
-      limits = reading_.document.RequireChild(tolerance, "DefinitionId").element;
-    }
-    const bool asLimits = IsTrue(tolerance, "DefinedAsLimit");
+    Fields inDefinition(ownLimits ? Element() : definition_["Tolerance"]);
+    Fields& tolerance = ownLimits ? nominal_ : inDefinition;
+    if (!tolerance.Record()) return false;
+    Fields elsewhere(
+        tolerance["DefinitionId"]
+            ? reading_.document.RequireChild(tolerance.Record(), "DefinitionId").element
+            : Element());
+    Fields& limits = elsewhere.Record() ? elsewhere : tolerance;
+    const bool asLimits = tolerance.Flag("DefinedAsLimit");
     bool found = false;
-    const auto read = [&](const char* name, double& deviation, pmi_text& text) {
-      const Element element = Child(limits, name);
+    const auto read = [&](const char* name, const char* field, double& deviation, pmi_text& text) {
+      const Element element = limits[name];
       if (!element) {
-        return reading_.Skip(name, nominal_.attribute("id").value(), "not stated; answered as 0");
+        const std::string reason = std::string(name) + " is not stated";
+        return reading_.Skip(Severity::kReduced, tolerance.Record(), reason);
       }
       const Quantity limit = Measured(element);
+      reading_.Value(std::string(field) + (asLimits ? "Text" : ""), limit);
       deviation = asLimits ? Difference(limit.value, fields_.value) : limit.value;
-      if (asLimits) text = Wide(WithDecimals(limit.written, limit.decimals));
+      if (asLimits) {
+        Quantity drawn = limit;
+        drawn.text = WithDecimals(limit.text, limit.decimals);
+        text = Wide(drawn.Written());
+      }
       fields_.tolerance_precision = std::max<double>(fields_.tolerance_precision, limit.decimals);
       found = true;
     };
-    read("MaxValue", fields_.upper_limit, fields_.upper_text);
-    read("MinValue", fields_.lower_limit, fields_.lower_text);
+    read("MaxValue", "upper", fields_.upper_limit, fields_.upper_text);
+    read("MinValue", "lower", fields_.lower_limit, fields_.lower_text);
+    reading_.SkipRest(inDefinition);
+    elsewhere.Pass({"Name"});
+    reading_.SkipRest(elsewhere);
     return found;
   }
 
   // What is written right around the value: the parentheses of a reference dimension, the box of a
-  // basic one as brackets, the tolerance class of a fit.
+  // basic one as brackets, the tolerance class of a fit, and modifiers.
   void ReadTexts() {
     std::wstring prefix;
     std::wstring suffix;
-    if (const Element fit = Child(definition_, kFit)) {
-      suffix = Wide(WordOf(fit, "FormVariance")) + Wide(WordOf(fit, "Grade"));
-      if (firstUse_) {
-        reading_.Skip(NameOf(fit), definition_.attribute("id").value(),
-                      "the model has the name of the fit, not its limits");
-      }
+    if (const Element element = definition_[kFit]) {
+      Fields fit(element);
+      suffix = Wide(fit.Word("FormVariance")) + Wide(fit.Word("Grade"));
+      reading_.Skip(Severity::kReduced, element,
+                    "the model has the name of the fit, not its limits");
+      reading_.SkipRest(fit);
     }
-    const std::string_view type = WordOf(definition_, "DimensionType");
+    for (const SizeModifier& modifier : kSizeModifiers) {
+      if (definition_.Flag(modifier.field)) suffix += modifier.drawn;
+    }
+    const std::string_view type = definition_.Word("DimensionType");
     if (type == "REFERENCE_OR_AUXILIARY") {
       prefix = L"(";
       suffix += L")";
@@ -225,27 +250,20 @@ class DimensionReader {
     if (!suffix.empty()) note.suffix = suffix;
   }
 
-  void SkipRest() {
-    SkipUnknownOfNominal(
-        reading_, nominal_,
-        {"TargetValue", "OriginReference", "MaxValue", "MinValue", "DefinedAsLimit"});
-    if (!firstUse_) return;
-    SkipUnknown(
-        reading_, definition_, definition_,
-        {"Name", "CharacteristicDesignator", "DimensionType", "Tolerance", kFit, kThreadId});
-    SkipUnknown(reading_, Child(definition_, "Tolerance"), definition_,
-                {"MaxValue", "MinValue", "DefinitionId", "DefinedAsLimit"});
-  }
-
   std::vector<ENTITY*> Members() {
     std::vector<ENTITY*> members = reading_.AssociatedEntities(nominal_);
-    Element origin = Child(nominal_, "OriginReference");
-    if (const Element datum = Child(origin, "DatumDefinitionId")) {
-      const Document::Entry* const entry = reading_.document.Find(datum);
-      if (entry != nullptr) origin = entry->element;
+    Fields origin(nominal_["OriginReference"]);
+    std::vector<ENTITY*> others = reading_.AssociatedEntities(origin);
+    if (const Element reference = origin["DatumDefinitionId"]) {
+      const Document::Entry* const entry = reading_.document.Find(reference);
+      if (entry == nullptr) reading_.Lose(reference, "the datum of its origin does not exist");
+      Fields datum(entry == nullptr ? Element() : entry->element);
+      others = reading_.AssociatedEntities(datum);
     }
-    if (origin) {
-      for (ENTITY* entity : reading_.AssociatedEntities(origin)) members.push_back(entity);
+    reading_.SkipRest(origin);
+    std::unordered_set<const ENTITY*> seen(members.begin(), members.end());
+    for (ENTITY* entity : others) {
+      if (seen.insert(entity).second) members.push_back(entity);
     }
     return members;
   }
@@ -261,9 +279,8 @@ class DimensionReader {
   }
 
   Reading& reading_;
-  Element nominal_;
-  Element definition_;
-  bool firstUse_;
+  Fields& nominal_;
+  Fields& definition_;
   const DimensionKind& kind_;
   std::vector<Document::Entry*> features_;
   KOVAPMI_DIMENSION::fields fields_;

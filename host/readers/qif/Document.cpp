@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
-#include <optional>
+
+#include "readers/qif/Encoding.h"
 
 namespace qif {
 
@@ -12,39 +12,29 @@ namespace {
 constexpr const char* kNamespace = "http://qifstandards.org/xsd/qif3";
 
 std::optional<std::uint32_t> ParseId(std::string_view text) {
+  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
   std::uint32_t id = 0;
   const char* const last = text.data() + text.size();
   const auto [end, error] = std::from_chars(text.data(), last, id);
-  if (error != std::errc() || end != last || text.front() == '0') return std::nullopt;
+  if (error != std::errc() || end != last) return std::nullopt;
   return id;
 }
 
 }  // namespace
 
-Document::Document(std::string_view text, std::string name) : text_(text), name_(std::move(name)) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (text_.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    text_.remove_prefix(kByteOrderMark.size());
+Document::Document(std::string_view bytes, std::string name) : name_(std::move(name)) {
+  try {
+    text_ = ToUtf8(bytes, storage_);
+    xml_.emplace(text_);
+  } catch (const Malformed& problem) {
+    FailAt(problem.At(), problem.what());
   }
-  const pugi::xml_parse_result result = xml_.load_buffer(text_.data(), text_.size());
-  // Offsets count in what the parser converted the text to.
-  hasPlaces_ = result.encoding == pugi::encoding_utf8;
-  if (!result) FailAt(result.offset, result.description());
-
-  root_ = xml_.document_element();
-  for (Element other = root_.next_sibling(); other; other = other.next_sibling()) {
-    if (other.type() == pugi::node_element) Fail(other, "a second root element");
-  }
+  root_ = xml_->Root();
   if (NameOf(root_) != "QIFDocument") {
     Fail(root_, "the root element is " + Quote(NameOf(root_)) + ", not QIFDocument");
   }
-  const std::string rootName = root_.name();
-  const std::size_t colon = rootName.find(':');
-  const std::string declaration =
-      colon == std::string::npos ? "xmlns" : "xmlns:" + rootName.substr(0, colon);
-  const pugi::xml_attribute space = root_.attribute(declaration.c_str());
-  if (std::strcmp(space.value(), kNamespace) != 0 && (space || colon != std::string::npos)) {
-    Fail(root_, "the namespace is " + Quote(space.value()) + ", not that of QIF 3");
+  if (!xml_->Namespace().empty() && xml_->Namespace() != kNamespace) {
+    Fail(root_, "the namespace is " + Quote(xml_->Namespace()) + ", not that of QIF 3");
   }
   const std::string_view version = root_.attribute("versionQIF").value();
   if (version != "3.0" && version.substr(0, 4) != "3.0.") {
@@ -63,7 +53,7 @@ void Document::Index() {
   entries_.reserve(text_.size() / 256);
   bool sorted = true;
   const auto add = [&](Element element) {
-    const pugi::xml_attribute attribute = element.attribute("id");
+    const Attribute attribute = element.attribute("id");
     if (!attribute) return;
     const std::optional<std::uint32_t> id = ParseId(attribute.value());
     if (!id.has_value()) Fail(element, Quote(attribute.value()) + " is not an id");
@@ -74,7 +64,7 @@ void Document::Index() {
   for (Element element = root_; element; element = Next(element, root_, descend)) {
     const std::string_view name = NameOf(element);
     descend = MayHoldIds(name);
-    if (!descend || name.empty()) continue;
+    if (!descend) continue;
     add(element);
     // Most of a document is here, all of it sets of elements with ids and none further in.
     if (name != "GeometrySet" && name != "TopologySet") continue;
@@ -143,21 +133,13 @@ Document::Entry& Document::RequireChild(Element parent, std::string_view name,
 }
 
 void Document::Fail(Element at, const std::string& what) const {
-  // The offset is that of the name; the place is that of the bracket before it.
-  FailAt(at.offset_debug() - 1, what);
+  FailAt(at ? PlaceAt(text_, at.node()->offset) : Place{0, 0}, what);
 }
 
-void Document::FailAt(std::ptrdiff_t offset, const std::string& what) const {
-  if (!hasPlaces_ || offset < 0) throw ModelError(name_ + ": " + what);
-  const std::string_view before =
-      text_.substr(0, std::min(static_cast<std::size_t>(offset), text_.size()));
-  const auto line = 1 + std::count(before.begin(), before.end(), '\n');
-  const std::string_view inLine = before.substr(before.rfind('\n') + 1);
-  // Columns count characters, not bytes.
-  const auto column = 1 + std::count_if(inLine.begin(), inLine.end(), [](char c) {
-                        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-                      });
-  throw ModelError(name_ + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + what);
+void Document::FailAt(Place place, const std::string& what) const {
+  const std::string at =
+      place.line == 0 ? "" : ":" + std::to_string(place.line) + ":" + std::to_string(place.column);
+  throw ModelError(name_ + at + ": " + what);
 }
 
 }  // namespace qif

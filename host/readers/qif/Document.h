@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "readers/qif/Element.h"
 #include "readers/qif/QifReader.h"
+#include "readers/qif/Xml.h"
 
 namespace qif {
 
@@ -19,8 +21,9 @@ class Document {
     ENTITY* entity;  // what the reader made of it; null so far
   };
 
-  // Parses and indexes. Throws ModelError. `name` stands before every message.
-  Document(std::string_view text, std::string name);
+  // Parses and indexes the bytes of a file, which must outlive it. Throws ModelError. `name` stands
+  // before every message.
+  Document(std::string_view bytes, std::string name);
 
   Element Root() const { return root_; }
   // The list of a path below the root, for example {"Product", "TopologySet"}; may be none.
@@ -41,14 +44,14 @@ class Document {
   [[noreturn]] void Fail(Element at, const std::string& what) const;
 
  private:
-  [[noreturn]] void FailAt(std::ptrdiff_t offset, const std::string& what) const;
+  [[noreturn]] void FailAt(Place place, const std::string& what) const;
   static bool MayHoldIds(std::string_view name);
   void Index();
 
-  std::string_view text_;
   std::string name_;
-  pugi::xml_document xml_;
-  bool hasPlaces_ = true;
+  std::string storage_;
+  std::string_view text_;  // in UTF-8
+  std::optional<Xml> xml_;
   Element root_;
   std::vector<Entry> entries_;  // by id
 };

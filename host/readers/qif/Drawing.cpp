@@ -2,6 +2,9 @@
 
 #include "readers/qif/Drawing.h"
 
+#include <cmath>
+#include <limits>
+
 namespace qif {
 
 namespace {
@@ -16,18 +19,29 @@ QENvector Unit(const QENvector& vector) {
 
 class DrawingReader {
  public:
-  DrawingReader(Reading& reading, const DisplayElements& display, bool isDimension)
+  DrawingReader(Reading& reading, Fields& display, bool isDimension)
       : reading_(reading), display_(display), isDimension_(isDimension) {}
 
   Drawing Read() {
     ReadPlane();
-    ReadLines();
+    if (drawing_.hasPlane) ReadLines();
     return std::move(drawing_);
   }
 
  private:
-  void Skip(std::string_view kind, const std::string& reason) {
-    reading_.Skip(kind, WordOf(display_.reference), reason);
+  void Reduce(Element element, const std::string& reason) {
+    reading_.Skip(Severity::kReduced, element, reason);
+  }
+
+  // Throws unless places are numbers that a view can have, which are of single precision.
+  void RequireInView(Element element, const QENposition& place) const {
+    RequireFinite(element, {place.x(), place.y(), place.z()});
+    constexpr double kFurthest = std::numeric_limits<float>::max();
+    for (const double value : {place.x(), place.y(), place.z()}) {
+      if (std::abs(value) > kFurthest) {
+        throw Unreadable(element, std::string(NameOf(element)) + " is too far away");
+      }
+    }
   }
 
   // The model point of a point of the plane, whose coordinates count from its origin, x along the
@@ -35,100 +49,120 @@ class DrawingReader {
   QENposition At(Element point) const {
     const std::vector<double> uv = NumbersOf(point, 2);
     const QENposition model = drawing_.origin + (uv[0] * drawing_.direction + uv[1] * y_);
-    RequireFinite(point, {model.x(), model.y(), model.z()});
+    RequireInView(point, model);
     return model;
   }
 
   // Texts are placed in the plane's own coordinates, so the plane's origin is the display point.
   // Without a plane the text direction stays zero, which marks that there is none.
   void ReadPlane() {
-    if (!display_.plane) return;
+    Fields plane(display_["Plane"]);
+    if (!plane.Record()) return;
     const Document::Entry* const view =
-        reading_.document.Find(Child(Child(display_.plane, "AnnotationViewId"), "Id"));
-    if (view == nullptr) throw Unreadable(display_.plane, "its annotation view does not exist");
+        reading_.document.Find(Child(plane["AnnotationViewId"], "Id"));
+    if (view == nullptr) throw Unreadable(plane.Record(), "its annotation view does not exist");
     const Units& units = reading_.units;
     drawing_.normal = Unit(units.Vector(Child(view->element, "Normal")));
-    Element direction = Child(display_.plane, "Direction");
+    Element direction = plane["Direction"];
     if (!direction) direction = Child(view->element, "Direction");
     drawing_.direction = Unit(units.Vector(direction));
     y_ = Unit(cross(drawing_.normal, drawing_.direction));
     if (!(y_.length_squared() > 0)) {
-      throw Unreadable(display_.plane, "its text does not run along its plane");
+      throw Unreadable(plane.Record(), "its text does not run along its plane");
     }
-    const Element origin = Child(display_.plane, "Origin");
-    if (origin) drawing_.origin = units.Point(origin);
+    if (const Element origin = plane["Origin"]) {
+      drawing_.origin = units.Point(origin);
+      RequireInView(origin, drawing_.origin);
+    }
     drawing_.hasPlane = true;
+    reading_.SkipRest(plane);
   }
 
   void ReadLines() {
-    if (!drawing_.hasPlane) return;
-    for (const Element leader : display_.leaders) {
-      if (!StartsWith(NameOf(leader), "LeaderDoubleHead")) {
+    for (const Element element : display_.AllWith("Leader")) {
+      Fields leader(element);
+      if (!StartsWith(NameOf(element), "LeaderDoubleHead")) {
         ReadLeader(leader);
       } else if (!isDimension_) {
         ReadDoubleLeader(leader);
       } else if (drawing_.dimensionLine.empty()) {
-        drawing_.dimensionLine = {At(Child(leader, "StartPoint")),
-                                  At(Child(leader, "PointConnection"))};
-        SkipBreak(leader);
+        ReadDimensionLine(leader);
       } else {
-        Skip(NameOf(leader), "the model has one dimension line");
+        Reduce(element, "the model has one dimension line");
+        continue;
       }
-      if (Child(leader, "Center")) Skip(NameOf(leader), "its arc is taken as its chord");
-      const std::string_view modifier = WordOf(leader, "Modifier");
+      if (leader["Center"]) Reduce(element, "its arc is taken as its chord");
+      leader.Pass({"HeadForm", "HeadForm2", "HeadHeight"});
+      Reduce(element, "the form and size of its heads are left out");
+      const std::string_view modifier = leader.Word("Modifier");
       drawing_.isAllAround = drawing_.isAllAround || StartsWith(modifier, "ALL_AROUND");
+      if (!modifier.empty() && modifier != "ALL_AROUND") {
+        Reduce(element, "its modifier " + Quote(modifier) + " is left out");
+      }
+      reading_.SkipRest(leader);
     }
-    if (!display_.witnessLines) return;
+    Fields lines(display_["WitnessLines"]);
+    if (!lines.Record()) return;
     if (isDimension_) {
-      ReadWitnessLines();
+      ReadWitnessLines(lines);
     } else {
-      Skip("WitnessLines", "the model has them on dimensions only");
+      Reduce(lines.Record(), "the model has them on dimensions only");
     }
   }
 
-  // A leader starts at its head and ends at the text, by way of a break point when it has one.
-  // An arc is taken as its chord.
-  void ReadLeader(Element leader) {
-    const Element extension = Child(leader, "PointExtension");
-    SkipBreak(leader);
-    drawing_.leaders.push_back(
-        {At(extension ? extension : Child(leader, "EndPoint")), At(Child(leader, "StartPoint"))});
+  // Where a leader ends, at the text. A line that goes on to the text bends at its end point.
+  Element EndOf(Fields& leader) {
+    const Element end = leader["EndPoint"];
+    const Element extension = leader["PointExtension"];
+    if (extension) Reduce(leader.Record(), "its break point is left out");
+    return extension ? extension : end;
   }
 
-  // A line that goes on to the text bends at its end point.
-  void SkipBreak(Element leader) {
-    if (Child(leader, "PointExtension")) Skip(NameOf(leader), "its break point is left out");
+  // A leader starts at its head. An arc is taken as its chord.
+  void ReadLeader(Fields& leader) {
+    drawing_.leaders.push_back({At(EndOf(leader)), At(leader["StartPoint"])});
+  }
+
+  // From one head to the other; from there the line goes on to the text.
+  void ReadDimensionLine(Fields& leader) {
+    drawing_.dimensionLine = {At(leader["StartPoint"]), At(leader["PointConnection"])};
+    if (NumbersOf(EndOf(leader), 2) != NumbersOf(leader["PointConnection"], 2)) {
+      Reduce(leader.Record(), "its way from the second head to the text is left out");
+    }
   }
 
   // Only a dimension has a line between two heads; elsewhere each head has its leader.
-  void ReadDoubleLeader(Element leader) {
-    Element tail = Child(leader, "PointExtension");
-    if (!tail) tail = Child(leader, "EndPoint");
-    SkipBreak(leader);
-    const QENposition tailPoint = At(tail);
-    const bool none2 = WordOf(leader, "HeadForm2") == "NONE";
-    const bool none1 = WordOf(leader, "HeadForm") == "NONE" && !none2;
-    if (!none1) drawing_.leaders.push_back({tailPoint, At(Child(leader, "StartPoint"))});
-    if (!none2) drawing_.leaders.push_back({tailPoint, At(Child(leader, "PointConnection"))});
+  void ReadDoubleLeader(Fields& leader) {
+    const Element end = EndOf(leader);
+    const Element head2 = leader["PointConnection"];
+    const bool none2 = leader.Word("HeadForm2") == "NONE";
+    const bool none1 = leader.Word("HeadForm") == "NONE" && !none2;
+    if (!none1) drawing_.leaders.push_back({At(end), At(leader["StartPoint"])});
+    if (none2) return;
+    if (NumbersOf(end, 2) != NumbersOf(head2, 2)) {
+      drawing_.leaders.push_back({At(end), At(head2)});
+    } else {
+      Reduce(leader.Record(), "its head at the text is left out");
+    }
   }
 
   // Three points: where the two extension lines start, at the feature, and where the first ends. Of
   // an arc: its ends and its centre.
-  void ReadWitnessLines() {
-    if (const Element first = Child(display_.witnessLines, "Segment1")) {
-      const Element second = Child(display_.witnessLines, "Segment2");
+  void ReadWitnessLines(Fields& lines) {
+    if (const Element first = lines["Segment1"]) {
+      const Element second = lines["Segment2"];
       drawing_.extensionLines = {At(Child(first, "StartPoint")), At(Child(second, "StartPoint")),
                                  At(Child(first, "EndPoint"))};
-      Skip("WitnessLines", "the end of its second line is left out");
+      Reduce(lines.Record(), "the end of its second line is left out");
     } else {
-      drawing_.extensionLines = {At(Child(display_.witnessLines, "BeginPoint")),
-                                 At(Child(display_.witnessLines, "EndPoint")),
-                                 At(Child(display_.witnessLines, "CircleCenter"))};
+      drawing_.extensionLines = {At(lines["BeginPoint"]), At(lines["EndPoint"]),
+                                 At(lines["CircleCenter"])};
     }
+    reading_.SkipRest(lines);
   }
 
   Reading& reading_;
-  const DisplayElements& display_;
+  Fields& display_;
   bool isDimension_;
   QENvector y_;
   Drawing drawing_;
@@ -136,21 +170,7 @@ class DrawingReader {
 
 }  // namespace
 
-DisplayElements::DisplayElements(Element display) {
-  for (const Element child : display.children()) {
-    const std::string_view name = NameOf(child);
-    if (StartsWith(name, "Leader")) leaders.push_back(child);
-    if (name == "Color") color = child;
-    if (name == "Plane") plane = child;
-    if (name == "Texts") texts = child;
-    if (name == "WitnessLines") witnessLines = child;
-    if (name == "Frames") frames = child;
-    if (name == "Graphics") graphics = child;
-    if (name == "Reference") reference = Child(child, "Id");
-  }
-}
-
-Drawing ReadDrawing(Reading& reading, const DisplayElements& display, bool isDimension) {
+Drawing ReadDrawing(Reading& reading, Fields& display, bool isDimension) {
   return DrawingReader(reading, display, isDimension).Read();
 }
 

@@ -4,14 +4,6 @@
 
 namespace qif {
 
-// The parts of a display.
-struct DisplayElements {
-  explicit DisplayElements(Element display);
-
-  Element color, plane, texts, witnessLines, frames, graphics, reference;
-  std::vector<Element> leaders;  // of every form
-};
-
 // A display's plane and lines, in model coordinates.
 struct Drawing {
   struct Leader {
@@ -31,6 +23,6 @@ struct Drawing {
 
 // Reads the plane and the lines. Only a dimension has a dimension line and extension lines. Throws
 // Unreadable.
-Drawing ReadDrawing(Reading& reading, const DisplayElements& display, bool isDimension);
+Drawing ReadDrawing(Reading& reading, Fields& display, bool isDimension);
 
 }  // namespace qif

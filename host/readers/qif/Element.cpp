@@ -2,8 +2,9 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstring>
+#include <locale>
 #include <optional>
+#include <sstream>
 
 namespace qif {
 
@@ -19,17 +20,30 @@ std::string_view Trim(std::string_view text) {
   return text;
 }
 
-// Reads the number that `text` starts with and takes it off.
+// Reads the number that `text` starts with and takes it off. One that is too large is infinite.
 std::optional<double> TakeNumber(std::string_view& text) {
   text = Trim(text);
   if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
   double value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   const auto used = static_cast<std::size_t>(end - text.data());
-  if (error != std::errc() || !std::isfinite(value)) return std::nullopt;
+  if (error == std::errc::invalid_argument || std::isnan(value)) return std::nullopt;
   if (used < text.size() && !IsSpace(text[used])) return std::nullopt;
+  if (error == std::errc::result_out_of_range) {
+    std::istringstream again{std::string(text.substr(0, used))};
+    again.imbue(std::locale::classic());
+    if (!(again >> value)) value = HUGE_VAL;
+  }
   text.remove_prefix(used);
   return value;
+}
+
+template <typename Number>
+Number StartOf(std::string_view text) {
+  Number value = 0;
+  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  return result.ec == std::errc() ? value : 0;
 }
 
 [[noreturn]] void ThrowTooManyFields(Element element) {
@@ -40,11 +54,21 @@ std::optional<double> TakeNumber(std::string_view& text) {
 
 // --- Elements ------------------------------------------------------------------------------------
 
-std::string_view NameOf(Element element) {
-  const char* const name = element.name();
-  const char* const colon = std::strchr(name, ':');
-  return colon == nullptr ? name : colon + 1;
+int Attribute::as_int() const { return StartOf<int>(value()); }
+unsigned Attribute::as_uint() const { return StartOf<unsigned>(value()); }
+double Attribute::as_double() const { return StartOf<double>(value()); }
+
+Attribute Element::attribute(std::string_view name) const {
+  const std::uint32_t count = node_ == nullptr ? 0 : node_->fieldCount;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    if (node_->fields[i].name == name) return Attribute(node_->fields[i].value);
+  }
+  return Attribute();
 }
+
+std::string_view NameOf(Element element) { return element.name(); }
+
+long LineOf(Element element) { return element ? static_cast<long>(element.node()->line) : 0; }
 
 Element Child(Element parent, std::string_view name) {
   int fields = 0;
@@ -55,15 +79,12 @@ Element Child(Element parent, std::string_view name) {
   return Element();
 }
 
-void RequireRecord(Element element) {
-  int fields = 0;
-  for (Element child = element.first_child(); child; child = child.next_sibling()) {
-    if (++fields > kMaxFields) ThrowTooManyFields(element);
-  }
+std::string_view RawTextOf(Element element) {
+  return element ? std::string_view(element.node()->text, element.node()->textLength)
+                 : std::string_view("");
 }
 
-// The first child is the text or there is none; a search could be long.
-std::string_view TextOf(Element element) { return Trim(element.first_child().value()); }
+std::string_view TextOf(Element element) { return Trim(RawTextOf(element)); }
 
 std::string_view TextOf(Element parent, std::string_view name) {
   return TextOf(Child(parent, name));
@@ -71,9 +92,8 @@ std::string_view TextOf(Element parent, std::string_view name) {
 
 std::string_view WordOf(Element element) {
   constexpr std::size_t kLongest = 1000;
-  const char* const text = element.first_child().value();
-  const std::size_t length = strnlen(text, kLongest + 1);
-  return length > kLongest ? std::string_view() : Trim({text, length});
+  const std::string_view text = RawTextOf(element);
+  return text.size() > kLongest ? std::string_view() : Trim(text);
 }
 
 std::string_view WordOf(Element parent, std::string_view name) {
@@ -100,15 +120,18 @@ double NumberOf(Element element) { return NumbersOf(element, 1).front(); }
 std::vector<double> NumbersOf(Element element, std::size_t count) {
   std::vector<double> numbers;
   std::string_view text = WordOf(element);
+  const auto fail = [element](const std::string& what) {
+    throw Unreadable(element,
+                     std::string(NameOf(element)) + " " + Quote(WordOf(element)) + " is " + what);
+  };
   while (numbers.size() < count) {
     const std::optional<double> number = TakeNumber(text);
     if (!number.has_value()) break;
+    if (std::isinf(*number)) fail("larger than any number that is read");
     numbers.push_back(*number);
   }
   if (numbers.size() < count || !Trim(text).empty()) {
-    throw Unreadable(element, std::string(NameOf(element)) + " " + Quote(WordOf(element)) +
-                                  " is not " +
-                                  (count == 1 ? "a number" : std::to_string(count) + " numbers"));
+    fail(count == 1 ? "not a number" : "not " + std::to_string(count) + " numbers");
   }
   return numbers;
 }
@@ -121,15 +144,30 @@ void RequireFinite(Element element, std::initializer_list<double> values) {
   }
 }
 
-std::wstring Wide(std::string_view text) { return pugi::as_wide(std::string(text)); }
+std::wstring Wide(std::string_view text) {
+  std::wstring wide;
+  wide.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    const auto lead = static_cast<unsigned char>(text[i++]);
+    const int more = lead < 0xC0 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+    std::uint32_t code = more == 0 ? lead : lead & (0x3Fu >> more);
+    for (int left = more; left > 0 && i < text.size(); --left) {
+      code = code << 6 | (static_cast<unsigned char>(text[i++]) & 0x3Fu);
+    }
+    wide += static_cast<wchar_t>(code);
+  }
+  return wide;
+}
 
 std::string Quote(std::string_view text) {
   constexpr std::size_t kLongest = 40;
+  const bool isLong = text.size() > kLongest;
+  text = text.substr(0, kLongest);
+  // Not in the middle of a character.
+  while (isLong && !text.empty() && (text.back() & 0x80) != 0) text.remove_suffix(1);
   std::string quoted = "'";
-  for (const char c : text.substr(0, kLongest)) {
-    quoted += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
-  }
-  return quoted + (text.size() > kLongest ? "...'" : "'");
+  for (const char c : text) quoted += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+  return quoted + (isLong ? "...'" : "'");
 }
 
 }  // namespace qif

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
-#include <pugixml.hpp>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -9,7 +9,89 @@
 
 namespace qif {
 
-using Element = pugi::xml_node;
+// What the parser keeps of an element; it belongs to the Xml. Texts end in a null.
+struct Node {
+  struct Field {
+    const char* name;
+    const char* value;
+  };
+  const char* name;  // without the namespace's prefix
+  const char* text = "";
+  const Field* fields = nullptr;  // the attributes
+  Node* parent;
+  Node* firstChild = nullptr;
+  Node* nextSibling = nullptr;
+  std::uint32_t textLength = 0;
+  std::uint32_t fieldCount = 0;
+  std::uint32_t line;
+  std::uint32_t offset;  // of its bracket in the document, in bytes of UTF-8
+};
+
+// An attribute's value, or none. White space is collapsed, but in labels.
+class Attribute {
+ public:
+  Attribute() = default;
+  explicit Attribute(const char* value) : value_(value) {}
+  explicit operator bool() const { return value_ != nullptr; }
+  bool empty() const { return value_ == nullptr; }
+  const char* value() const { return value_ == nullptr ? "" : value_; }
+  // The number that the value starts with; 0 when there is none or it does not fit.
+  int as_int() const;
+  unsigned as_uint() const;
+  double as_double() const;
+
+ private:
+  const char* value_ = nullptr;
+};
+
+// An element of a document, or none. It lives as long as its Xml.
+class Element {
+ public:
+  class Children;
+
+  Element() = default;
+  explicit Element(const Node* node) : node_(node) {}
+  explicit operator bool() const { return node_ != nullptr; }
+  bool operator==(Element other) const { return node_ == other.node_; }
+  bool operator!=(Element other) const { return node_ != other.node_; }
+
+  const char* name() const { return node_ == nullptr ? "" : node_->name; }
+  Attribute attribute(std::string_view name) const;
+  Element parent() const { return Element(node_ == nullptr ? nullptr : node_->parent); }
+  Element first_child() const { return Element(node_ == nullptr ? nullptr : node_->firstChild); }
+  Element next_sibling() const { return Element(node_ == nullptr ? nullptr : node_->nextSibling); }
+  Children children() const;
+  const Node* node() const { return node_; }
+
+ private:
+  const Node* node_ = nullptr;
+};
+
+// The elements in an element, for a range-based loop.
+class Element::Children {
+ public:
+  class Iterator {
+   public:
+    explicit Iterator(Element at) : at_(at) {}
+    Element operator*() const { return at_; }
+    Iterator& operator++() {
+      at_ = at_.next_sibling();
+      return *this;
+    }
+    bool operator!=(Iterator other) const { return at_ != other.at_; }
+
+   private:
+    Element at_;
+  };
+  explicit Children(Element parent) : parent_(parent) {}
+  Iterator begin() const { return Iterator(parent_.first_child()); }
+  Iterator end() const { return Iterator(Element()); }
+
+ private:
+  Element parent_;
+};
+
+inline Element::Children Element::children() const { return Children(*this); }
 
 // A value that is not what it should be. It costs the annotation that it belongs to; in the
 // structure of the model it costs the document.
@@ -25,15 +107,18 @@ class Unreadable : public std::runtime_error {
 // --- Elements. Names are local names: a namespace prefix does not count. ---
 
 std::string_view NameOf(Element element);
+// The line that an element starts on, from 1; 0 for none.
+long LineOf(Element element);
 // The first child of a name, or none. Throws Unreadable when the parent has more children than a
 // record has fields, which keeps the search short in any document.
 Element Child(Element parent, std::string_view name);
-// Throws Unreadable when the element has more children than a record has fields.
-void RequireRecord(Element element);
-// The text that an element starts with, without the white space around it.
+// An element's text without the white space around it. White space inside is collapsed, but in
+// elements called Text or Data.
 std::string_view TextOf(Element element);
 // The text of the first child of a name.
 std::string_view TextOf(Element parent, std::string_view name);
+// An element's text as it stands, when it is called Text or Data; white space alone is no text.
+std::string_view RawTextOf(Element element);
 // As TextOf, for numbers and enumerations: a text of unreasonable length counts as empty, so that a
 // value which many others refer to is read in no time.
 std::string_view WordOf(Element element);
@@ -45,7 +130,8 @@ bool IsTrue(Element parent, std::string_view name);
 // lies inside `element` is passed over.
 Element Next(Element element, Element root, bool descend = true);
 
-// --- Numbers. Throw Unreadable unless the text is that many finite numbers. ---
+// --- Numbers. Throw Unreadable unless the text is that many finite numbers. What is too small for
+// --- a double is read as 0.
 
 double NumberOf(Element element);
 std::vector<double> NumbersOf(Element element, std::size_t count);

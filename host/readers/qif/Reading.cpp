@@ -2,17 +2,20 @@
 
 #include <algorithm>
 
+#include <utility>
+
 namespace qif {
 
 namespace {
 
+// Entries enough for any drawing; a larger document may have more, but less than it has itself.
+std::size_t MostEntries(std::size_t documentSize) { return 10'000 + documentSize / 200; }
+
 // Many more than any drawing has, and few enough to hold. References multiply: a feature of many
 // faces may be named by many annotations.
-constexpr std::size_t kMostAssociations = 4'000'000;
-
-bool IsTopology(const ENTITY* entity) {
-  return is_FACE(entity) == 1 || is_EDGE(entity) == 1 || is_VERTEX(entity) == 1 ||
-         is_BODY(entity) == 1;
+std::size_t MostAssociations(std::size_t documentSize) {
+  constexpr std::size_t kMost = 4'000'000;
+  return std::min(200'000 + documentSize / 8, kMost);
 }
 
 Model EmptyModel() {
@@ -29,158 +32,117 @@ Units ReadUnits(const Document& document) {
   }
 }
 
+std::string_view IdOf(Element element) { return element.attribute("id").value(); }
+
+// What an element stands in: itself or the next around it that has an id.
+Element OwnerOf(Element element) {
+  constexpr int kDeepest = 16;
+  Element owner = element;
+  for (int depth = 0; owner && depth < kDeepest; ++depth, owner = owner.parent()) {
+    if (owner.attribute("id")) return owner;
+  }
+  return element;
+}
+
 }  // namespace
 
 Reading::Reading(std::string_view text, const std::string& name)
-    : document(text, name), units(ReadUnits(document)), model(EmptyModel()), part(*model.part) {
+    : document(text, name),
+      units(ReadUnits(document)),
+      model(EmptyModel()),
+      part(*model.part),
+      all_(MostEntries(text.size())),
+      nowhere_(part.Collection({})),
+      mostAssociations_(MostAssociations(text.size())) {
   model.format = "QIF 3.0";
   model.linearUnit = units.LinearUnit();
+  model.pmiLinearUnit = units.PmiLinearUnit();
+  model.pmiAngularUnit = units.PmiAngularUnit();
 }
 
-void Reading::Skip(Element element, const std::string& reason) {
-  Skip(NameOf(element), element.attribute("id").value(), reason);
+Model Reading::Finish() {
+  model.skipped = all_.Take();
+  for (SkippedItem& item : model.skipped) {
+    if (lost_.count(item.annotation) != 0) item.annotation.clear();
+  }
+  return std::move(model);
 }
 
-void Reading::Skip(std::string_view kind, std::string_view id, const std::string& reason) {
-  model.skipped.push_back({Severity::kLost, std::string(kind), std::string(id), {}, reason});
+// --- The account ---------------------------------------------------------------------------------
+
+void Reading::Under(std::string_view annotation) {
+  annotation_ = annotation;
+  written_.clear();
+}
+
+void Reading::Add(Severity severity, Element element, std::string_view id,
+                  const std::string& reason, Element place) {
+  account_->Add({severity, std::string(NameOf(element)), id.empty() ? annotation_ : std::string(id),
+                 annotation_, reason, LineOf(place ? place : element)});
+}
+
+void Reading::Skip(Severity severity, Element element, const std::string& reason) {
+  Add(severity, element, IdOf(OwnerOf(element)), reason, element);
+}
+
+void Reading::Skip(Severity severity, Element element, std::string_view id,
+                   const std::string& reason) {
+  Add(severity, element, id, reason, element);
+}
+
+void Reading::Lose(Element reference, const std::string& reason) {
+  const Element owner = OwnerOf(reference);
+  Add(Severity::kLost, owner, IdOf(owner), reason, reference);
+}
+
+void Reading::Lose(Element element, const Unreadable& problem) {
+  Add(Severity::kLost, element, IdOf(OwnerOf(element)), problem.what(), problem.At());
+}
+
+void Reading::SkipRest(const Fields& record) {
+  for (const Element field : record.Rest()) {
+    const std::string_view id = IdOf(OwnerOf(record.Record()));
+    Skip(Severity::kReduced, field, id, "the model has no place for it");
+  }
+}
+
+double Reading::Value(const std::string& field, const Quantity& quantity) {
+  if (!quantity.unit.empty()) written_.push_back({field, quantity.text, quantity.unit});
+  return quantity.value;
 }
 
 void Reading::Describe(ENTITY& entity, Element element, const char* kind, std::string_view name) {
-  const char* const id = element.attribute("id").value();
-  part.Id(entity, id);
+  const std::string id(IdOf(element));
+  part.Id(entity, id.c_str());
   if (!name.empty()) part.Name(entity, Wide(name).c_str());
   model.labels[&entity] = {kind, name.empty() ? id : std::string(name)};
   if (IsTrue(element.attribute("hidden").value())) part.Hide(entity);
+  if (!written_.empty()) model.written[&entity] = std::exchange(written_, {});
 }
 
-ENTITY& Reading::Carrier(const std::vector<ENTITY*>& entities) {
-  if (entities.size() == 1 && inBody.count(entities.front()) != 0) return *entities.front();
-  if (entities.empty() && firstBody != nullptr) return *firstBody;
-  return part.Collection(entities);
+// --- What several annotations use ----------------------------------------------------------------
+
+void Reading::Share(Shared& shared, Element element, const std::function<void()>& work) {
+  Account* const account = std::exchange(account_, &shared.account);
+  std::swap(written_, shared.written);
+  try {
+    work();
+  } catch (const Unreadable& problem) {
+    Lose(element, problem);
+  }
+  std::swap(written_, shared.written);
+  account_ = account;
 }
 
-// --- Associations --------------------------------------------------------------------------------
-
-void Reading::Spend(std::size_t associations) {
-  associations_ += associations;
-  if (associations_ > kMostAssociations) {
-    document.Fail(document.Root(), "the document associates too many entities");
+void Reading::ListAgain(const Shared& shared, const std::string& field) {
+  Spend(shared.account.Items().size());
+  for (SkippedItem item : shared.account.Items()) {
+    item.annotation = annotation_;
+    account_->Add(std::move(item));
   }
-}
-
-ENTITY* Reading::EntityAt(Element reference, Element of) {
-  Spend(1);
-  const Document::Entry* const entry = document.Find(reference);
-  const std::string what = "its entity " + std::string(TextOf(reference));
-  if (entry == nullptr) {
-    const bool elsewhere = !reference.attribute("xId").empty();
-    Skip(of, what + (elsewhere ? " is in another document" : " does not exist"));
-  } else if (!IsTopology(entry->entity)) {
-    Skip(of, what + " is a " + std::string(NameOf(entry->element)) + ", which the model has not");
-  } else {
-    return entry->entity;
+  for (const WrittenValue& value : shared.written) {
+    written_.push_back({field + value.field, value.text, value.unit});
   }
-  return nullptr;
-}
-
-std::vector<ENTITY*> Reading::EntitiesOf(Element ids, Element of) {
-  std::vector<ENTITY*> entities;
-  for (const Element reference : ids.children()) {
-    ENTITY* const entity = EntityAt(reference, of);
-    if (entity != nullptr) entities.push_back(entity);
-  }
-  return entities;
-}
-
-std::vector<Document::Entry*> Reading::FeaturesOf(Element element, bool report) {
-  std::vector<Document::Entry*> found;
-  const auto add = [&](Element reference) {
-    Spend(1);
-    Document::Entry* const feature = document.Find(reference);
-    if (feature != nullptr) {
-      found.push_back(feature);
-    } else if (report) {
-      Skip(element, "its feature " + std::string(TextOf(reference)) + " does not exist");
-    }
-  };
-  for (const Element reference : Child(element, "FeatureNominalIds").children()) add(reference);
-  if (const Element single = Child(element, "FeatureNominalId")) add(single);
-  if (!found.empty()) return found;
-  for (const Element pair : Child(element, "FeatureNominalPairs").children()) {
-    for (const Element reference : pair.children()) {
-      const std::string_view name = NameOf(reference);
-      if (name == "FirstFeature" || name == "SecondFeature") add(reference);
-    }
-  }
-  return found;
-}
-
-const std::vector<ENTITY*>& Reading::FeatureEntities(Document::Entry& feature) {
-  const auto [known, isNew] = features_.try_emplace(&feature);
-  std::vector<ENTITY*>& entities = known->second;
-  if (!isNew) return entities;
-  std::vector<Document::Entry*> pending = {&feature};
-  std::unordered_set<const Document::Entry*> seen = {&feature};
-  while (!pending.empty()) {
-    Document::Entry& next = *pending.back();
-    pending.pop_back();
-    if (IsTopology(next.entity)) {
-      entities.push_back(next.entity);
-      continue;
-    }
-    const std::vector<ENTITY*> own =
-        EntitiesOf(Child(next.element, "EntityInternalIds"), next.element);
-    entities.insert(entities.end(), own.begin(), own.end());
-    const std::vector<Document::Entry*> parts = FeaturesOf(next.element, true);
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
-      if (seen.insert(*part).second) pending.push_back(*part);
-    }
-  }
-  return entities;
-}
-
-std::vector<ENTITY*> Reading::AssociatedEntities(Element element) {
-  std::vector<ENTITY*> entities;
-  std::unordered_set<const ENTITY*> seen;
-  const auto add = [&](ENTITY* entity) {
-    if (entity != nullptr && seen.insert(entity).second) entities.push_back(entity);
-  };
-  const auto addFeature = [&](Document::Entry& feature) {
-    const std::vector<ENTITY*>& own = FeatureEntities(feature);
-    Spend(own.size());
-    for (ENTITY* entity : own) add(entity);
-  };
-  for (Document::Entry* feature : FeaturesOf(element, true)) addFeature(*feature);
-  for (const Element reference : Child(element, "EntityInternalIds").children()) {
-    Document::Entry* const entry = document.Find(reference);
-    if (entry != nullptr && Child(entry->element, "FeatureDefinitionId")) {
-      addFeature(*entry);
-    } else {
-      add(EntityAt(reference, element));
-    }
-  }
-  if (Child(element, "EntityExternalIds")) Skip(element, "its entities are in another document");
-  return entities;
-}
-
-ENTITY* Reading::AnnotationAt(Element reference, std::string& reason) {
-  const std::string id(WordOf(reference));
-  const Document::Entry* entry = document.Find(reference);
-  if (entry != nullptr && entry->entity == nullptr) {
-    if (const Element nominal = Child(entry->element, "CharacteristicNominalId")) {
-      entry = document.Find(nominal);
-    }
-  }
-  if (entry == nullptr) {
-    reason = "annotation " + id + " does not exist";
-  } else if (entry->entity == nullptr) {
-    reason = std::string(NameOf(entry->element)) + " " + id + " is no annotation of the model";
-  } else if (IsTopology(entry->entity)) {
-    reason = std::string(NameOf(entry->element)) + " " + id + " is no annotation";
-  } else {
-    return entry->entity;
-  }
-  return nullptr;
 }
 
 }  // namespace qif

@@ -14,7 +14,9 @@ struct Symbol {
 constexpr Symbol kSymbols[] = {
     {"BR", L"\n"},
     {"DIAMETER", L"\u2300"},
+    {"DIAMETER_SPHERICAL", L"S\u2300"},
     {"SPHERICAL_DIAMETER", L"S\u2300"},
+    {"ST", L"\u27E8ST\u27E9"},
     {"DEGREE", L"\u00B0"},
     {"PLUS_MINUS", L"\u00B1"},
     {"SQUARE", L"\u25A1"},
@@ -132,7 +134,7 @@ std::wstring DrawnText(Element texts) {
   double lastX = 0;
   for (const Element text : texts.children()) {
     if (NameOf(text) != "Text") continue;
-    const std::wstring piece = Symbols(Child(text, "Data").first_child().value());
+    const std::wstring piece = Symbols(RawTextOf(Child(text, "Data")));
     const double x = NumbersOf(Child(text, "XY"), 2)[0];
     if (piece.empty()) continue;
     // What starts further right goes on in the line; anything else is a new line.
@@ -167,6 +169,18 @@ AroundValue TextsAroundValue(const std::wstring& drawn) {
     }
   }
   return {std::wstring(before), std::wstring(after)};
+}
+
+std::wstring WithoutSizeModifiers(std::wstring_view after, const std::wstring& suffix) {
+  for (bool changed = true; changed;) {
+    changed = false;
+    Trim(after);
+    for (const SizeModifier& modifier : kSizeModifiers) {
+      if (suffix.find(modifier.drawn) == std::wstring::npos) continue;
+      changed = TakeFirstWord(after, modifier.drawn) || changed;
+    }
+  }
+  return std::wstring(after);
 }
 
 bool HasHoleSymbol(const std::wstring& drawn) {

@@ -18,6 +18,20 @@ struct AroundValue {
 };
 AroundValue TextsAroundValue(const std::wstring& drawn);
 
+// Modifiers of a size (ASME Y14.5, ISO 14405-1): fields of definitions, and what is drawn after the
+// value for them.
+struct SizeModifier {
+  const char* field;
+  const wchar_t* drawn;
+};
+constexpr SizeModifier kSizeModifiers[] = {{"FreeState", L"\u24BB"},
+                                           {"StatisticalCharacteristic", L"\u27E8ST\u27E9"},
+                                           {"CommonTolerance", L"CT"},
+                                           {"EnvelopeRequirement", L"\u24BA"},
+                                           {"Independency", L"\u24BE"}};
+// What is drawn after a value, without the modifiers at its start that its suffix has already.
+std::wstring WithoutSizeModifiers(std::wstring_view after, const std::wstring& suffix);
+
 // Whether a text has a symbol of a hole callout: counterbore, countersink, depth.
 bool HasHoleSymbol(const std::wstring& drawn);
 

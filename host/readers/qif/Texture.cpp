@@ -37,41 +37,32 @@ roughness_applicability_type ApplicabilityOf(std::string_view applicability) {
 }  // namespace
 
 // The symbol's fields, in this order; a text that is not given is not there. Values keep the unit
-// that they are written in.
+// that they are written in, by its name where it is not the model's.
 //   0 roughness average, 1 minimum material removal, 2 production method, 3 cutoff,
 //   4 secondary roughness parameter, 5 direction of lay, 6 other surface parameter
 ENTITY* ReadTexture(Reading& reading, const Characteristic& characteristic) {
   if (characteristic.kind != "SurfaceTexture") return nullptr;
-  const Element nominal = characteristic.nominal;
-  const Element average = Child(characteristic.definition, "RoughnessAverage");
+  Fields& nominal = characteristic.nominal;
   std::vector<pmi_text> texts;
   const auto add = [&](Element field, bool isLength) {
     const std::string written =
-        field && isLength ? reading.units.Length(field).written : std::string(TextOf(field));
+        field && isLength ? reading.units.Length(field).Written() : std::string(TextOf(field));
     texts.push_back(written.empty() ? std::nullopt : pmi_text(Wide(written)));
   };
-  add(average, true);
-  add(Child(nominal, "MinimumMaterialRemoval"), false);
-  add(Child(nominal, "ProductionMethod"), false);
-  add(Child(nominal, "Cutoff"), true);
-  add(Child(nominal, "SecondaryRoughnessParameter"), true);
-  const std::string_view lay = TextOf(nominal, "DirectionOfLay");
+  add(characteristic.definition["RoughnessAverage"], true);
+  add(nominal["MinimumMaterialRemoval"], false);
+  add(nominal["ProductionMethod"], false);
+  add(nominal["Cutoff"], true);
+  add(nominal["SecondaryRoughnessParameter"], true);
+  const std::string_view lay = nominal.Text("DirectionOfLay");
   texts.push_back(lay.empty() ? std::nullopt : pmi_text(LayOf(lay)));
-  add(Child(nominal, "OtherSurfaceParameter"), false);
-  SkipUnknownOfNominal(
-      reading, nominal,
-      {"MinimumMaterialRemoval", "ProductionMethod", "Cutoff", "SecondaryRoughnessParameter",
-       "DirectionOfLay", "OtherSurfaceParameter", "Obtention", "Applicability"});
-  if (characteristic.firstUse) {
-    SkipUnknown(reading, characteristic.definition, characteristic.definition,
-                {"Name", "CharacteristicDesignator", "RoughnessAverage"});
-  }
+  add(nominal["OtherSurfaceParameter"], false);
 
   ENTITY& carrier = reading.Carrier(reading.AssociatedEntities(nominal));
   auto& texture = reading.part.Make<ATTRIB_KOVAPMI_ROUGHNESS>(&carrier);
   auto& fields = standin::Edit(texture);
-  fields.obtention = ObtentionOf(TextOf(nominal, "Obtention"));
-  fields.applicability = ApplicabilityOf(TextOf(nominal, "Applicability"));
+  fields.obtention = ObtentionOf(nominal.Text("Obtention"));
+  fields.applicability = ApplicabilityOf(nominal.Text("Applicability"));
   fields.texts = std::move(texts);
   return &texture;
 }

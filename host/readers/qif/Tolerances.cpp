@@ -70,30 +70,30 @@ zone_modifier_type MaterialModifier(std::string_view condition) {
   return zone_mod_none;
 }
 
-bool IsPerUnit(Element field) {
-  constexpr std::string_view kStart = "ToleranceZonePerUnit";
-  return NameOf(field).substr(0, kStart.size()) == kStart;
-}
-
-bool IsSegment(Element field) {
-  return NameOf(field).find("CompositeSegment") != std::string_view::npos;
-}
+// The parts of the names of fields that a row may have several of.
+constexpr std::string_view kPerUnit = "ToleranceZonePerUnit";
+constexpr std::string_view kSegment = "CompositeSegment";
+constexpr std::size_t kMostRows = 4;
 
 class ToleranceReader {
  public:
   ToleranceReader(Reading& reading, const Characteristic& characteristic)
       : reading_(reading),
         nominal_(characteristic.nominal),
-        definition_(characteristic.definition),
-        firstUse_(characteristic.firstUse) {}
+        definition_(characteristic.definition) {}
 
   ENTITY* Read(tol_type type) {
-    std::vector<KOVAPMI_GEOM_TOL_ROW*> rows = {&ReadRow(definition_)};
-    for (const Element field : definition_.children()) {
-      if (IsSegment(field)) rows.push_back(&ReadRow(field));
+    std::vector<KOVAPMI_GEOM_TOL_ROW*> rows = {&ReadRow(definition_, "")};
+    for (const Element segment : definition_.AllWith(kSegment)) {
+      if (rows.size() == kMostRows) {
+        reading_.Skip(Severity::kLost, segment, "a composite tolerance has four segments at most");
+        continue;
+      }
+      Fields fields(segment);
+      rows.push_back(&ReadRow(fields, "rows[" + std::to_string(rows.size()) + "]."));
+      fields.Pass({"Name", "CharacteristicDesignator"});
+      reading_.SkipRest(fields);
     }
-    SkipUnknownOfNominal(reading_, nominal_, {});
-
     const std::vector<ENTITY*> entities = reading_.AssociatedEntities(nominal_);
     auto& tolerance = reading_.part.Make<ATTRIB_KOVAPMI_GEOM_TOL>(&reading_.Carrier(entities));
     auto& fields = standin::Edit(tolerance);
@@ -104,129 +104,109 @@ class ToleranceReader {
   }
 
  private:
-  // One row, from a definition or from one of its further segments.
-  KOVAPMI_GEOM_TOL_ROW& ReadRow(Element source) {
+  // One row, from a definition or from one of its further segments. The report has its values at
+  // `at`.
+  KOVAPMI_GEOM_TOL_ROW& ReadRow(Fields& source, const std::string& at) {
     auto& row = reading_.part.Make<KOVAPMI_GEOM_TOL_ROW>();
     auto& fields = standin::Edit(row);
-    const Element value = Child(source, "ToleranceValue");
-    if (value) fields.magnitude = reading_.units.Length(value).value;
+    const Element value = source["ToleranceValue"];
+    if (value) fields.magnitude = Length(value, at + "magnitude");
     bool hasPerUnit = false;
-    for (const Element field : source.children()) {
-      if (!IsPerUnit(field)) continue;
-      if (!hasPerUnit) ReadPerUnit(field, value, fields);
+    for (const Element perUnit : source.AllWith(kPerUnit)) {
+      if (hasPerUnit) {
+        reading_.Skip(Severity::kLost, perUnit, "the model has one unit basis a row");
+      } else {
+        ReadPerUnit(perUnit, bool(value), fields, at);
+      }
       hasPerUnit = true;
     }
-    if (!value && !hasPerUnit) throw Unreadable(source, "it has no tolerance value");
-
-    const Element shape = Child(source, "ZoneShape");
-    if (Child(shape, "DiametricalZone")) fields.zone_shape = mod_dia_diametrical;
-    if (Child(shape, "SphericalZone")) fields.zone_shape = mod_dia_spherical;
-    AddModifiers(source, row);
-    if (Child(source, "DatumReferenceFrameId")) {
-      fields.frame = &reading_.Frame(
-          reading_.document.RequireChild(source, "DatumReferenceFrameId", "DatumReferenceFrame"));
+    if (!value && !hasPerUnit) throw Unreadable(source.Record(), "it has no tolerance value");
+    AddModifiers(source, row, at);
+    ReadShape(source, row);
+    if (source["DatumReferenceFrameId"]) {
+      Document::Entry& frame = reading_.document.RequireChild(
+          source.Record(), "DatumReferenceFrameId", "DatumReferenceFrame");
+      fields.frame = &reading_.Frame(frame, at + "frame.");
     }
-    if (firstUse_) SkipRest(source);
     return row;
   }
 
-  // A tolerance on a unit basis refines the one on the whole, or stands alone.
-  void ReadPerUnit(Element perUnit, bool refines, KOVAPMI_GEOM_TOL_ROW::fields& row) {
-    const Units& units = reading_.units;
-    const double value = units.Length(Child(perUnit, "ToleranceValuePerUnit")).value;
-    (refines ? row.refinement : row.magnitude) = value;
-    std::vector<double> rates;
-    if (const Element angle = Child(perUnit, "UnitAngle")) rates = {units.Angle(angle).value};
-    const Element rectangle = Child(perUnit, "RectangularUnitArea");
-    for (const Element length :
-         {Child(perUnit, "UnitLength"), Child(rectangle, "RectangularUnitAreaLength"),
-          Child(rectangle, "RectangularUnitAreaWidth"),
-          Child(Child(perUnit, "CircularUnitArea"), "CircularUnitAreaDiameter")}) {
-      if (length) rates.push_back(units.Length(length).value);
-    }
-    if (!rates.empty()) row.rate_unit1 = rates[0];
-    if (rates.size() > 1) row.rate_unit2 = rates[1];
+  double Length(Element element, const std::string& field) {
+    return reading_.Value(field, reading_.units.Length(element));
   }
 
-  void AddModifiers(Element source, KOVAPMI_GEOM_TOL_ROW& row) {
-    const zone_modifier_type material = MaterialModifier(WordOf(source, "MaterialCondition"));
-    if (material != zone_mod_none) reading_.part.AddModifier(row, material);
+  void ReadShape(Fields& source, KOVAPMI_GEOM_TOL_ROW& row) {
+    Fields shape(source["ZoneShape"]);
+    shape.Pass({"PlanarZone"});  // which has no symbol
+    auto& fields = standin::Edit(row);
+    for (const auto& [name, type] : {std::pair("DiametricalZone", mod_dia_diametrical),
+                                     std::pair("SphericalZone", mod_dia_spherical)}) {
+      Fields zone(shape[name]);
+      if (zone.Record()) fields.zone_shape = type;
+      reading_.SkipRest(zone);
+    }
+    Fields other(shape["NonDiametricalZone"]);
+    if (other.Flag("BoundaryZone")) reading_.part.AddModifier(row, zone_mod_boundary);
+    reading_.SkipRest(other);
+    reading_.SkipRest(shape);
+  }
+
+  // A tolerance on a unit basis refines the one on the whole, or stands alone.
+  void ReadPerUnit(Element element, bool refines, KOVAPMI_GEOM_TOL_ROW::fields& row,
+                   const std::string& at) {
+    Fields perUnit(element);
+    const double value =
+        Length(perUnit["ToleranceValuePerUnit"], at + (refines ? "refinement" : "magnitude"));
+    (refines ? row.refinement : row.magnitude) = value;
+    std::vector<Quantity> rates;
+    if (const Element angle = perUnit["UnitAngle"]) rates = {reading_.units.Angle(angle)};
+    Fields rectangle(perUnit["RectangularUnitArea"]);
+    Fields circle(perUnit["CircularUnitArea"]);
+    for (const Element length :
+         {perUnit["UnitLength"], rectangle["RectangularUnitAreaLength"],
+          rectangle["RectangularUnitAreaWidth"], circle["CircularUnitAreaDiameter"]}) {
+      if (length) rates.push_back(reading_.units.Length(length));
+    }
+    if (!rates.empty()) row.rate_unit1 = reading_.Value(at + "rateUnit1", rates[0]);
+    if (rates.size() > 1) row.rate_unit2 = reading_.Value(at + "rateUnit2", rates[1]);
+    if (rates.size() > 2) reading_.Skip(Severity::kLost, element, "the model has two rates a row");
+    for (const Fields* record : {&perUnit, &rectangle, &circle}) reading_.SkipRest(*record);
+  }
+
+  void AddModifiers(Fields& source, KOVAPMI_GEOM_TOL_ROW& row, const std::string& at) {
+    const auto add = [&](zone_modifier_type type, Element length = Element()) {
+      if (!length) return reading_.part.AddModifier(row, type), void();
+      const std::size_t index = standin::Edit(row).modifiers.size();
+      const std::string field = at + "modifiers[" + std::to_string(index) + "].magnitude";
+      reading_.part.AddModifier(row, type, Length(length, field));
+    };
+    const zone_modifier_type material = MaterialModifier(source.Word("MaterialCondition"));
+    if (material != zone_mod_none) add(material);
     for (const auto& [field, type] : kFlags) {
-      if (IsTrue(source, field)) reading_.part.AddModifier(row, type);
+      if (source.Flag(field)) add(type);
     }
     for (const auto& [field, type] : kLengths) {
-      if (const Element length = Child(source, field)) {
-        reading_.part.AddModifier(row, type, reading_.units.Length(length).value);
-      }
+      if (const Element length = source[field]) add(type, length);
     }
-    if (IsTrue(Child(Child(source, "ZoneShape"), "NonDiametricalZone"), "BoundaryZone")) {
-      reading_.part.AddModifier(row, zone_mod_boundary);
-    }
-  }
-
-  void SkipRest(Element source) {
-    bool hasPerUnit = false;
-    for (const Element field : source.children()) {
-      if (!IsPerUnit(field)) continue;
-      if (hasPerUnit) Skip(NameOf(field), "the model has one unit basis a row");
-      hasPerUnit = true;
-    }
-    SkipUnknown(reading_, source, definition_,
-                {"Name",
-                 "CharacteristicDesignator",
-                 "ToleranceValue",
-                 "DatumReferenceFrameId",
-                 "MaterialCondition",
-                 "SizeCharacteristicDefinitionId",
-                 "ZoneShape",
-                 "Extent",
-                 "FreeState",
-                 "TangentPlane",
-                 "StatisticalCharacteristic",
-                 "CommonZone",
-                 "EachRadialElement",
-                 "OrientationOnly",
-                 "MaximumToleranceValue",
-                 "ProjectedToleranceZoneValue",
-                 "ProjectedToleranceZone",
-                 "OuterDisposition",
-                 "UnequallyDisposedZone",
-                 "ToleranceZonePerUnitLength",
-                 "ToleranceZonePerUnitArea",
-                 "ToleranceZonePerUnitAngle",
-                 "ToleranceZonePerUnitArcLength",
-                 "ToleranceZonePerUnitPolarArea",
-                 "SecondCompositeSegmentPositionDefinition",
-                 "ThirdCompositeSegmentPositionDefinition",
-                 "FourthCompositeSegmentPositionDefinition",
-                 "SecondCompositeSegmentProfileDefinition",
-                 "ThirdCompositeSegmentProfileDefinition",
-                 "FourthCompositeSegmentProfileDefinition",
-                 "SecondCompositeSegmentSymmetryDefinition",
-                 "ThirdCompositeSegmentSymmetryDefinition"});
-  }
-
-  void Skip(std::string_view kind, const std::string& reason) {
-    reading_.Skip(kind, definition_.attribute("id").value(), reason);
   }
 
   // All around is a flag; any other extent is a text below the frame.
   void ReadExtent(ATTRIB_KOVAPMI_GEOM_TOL::fields& tolerance) {
-    const Element extent = Child(definition_, "Extent");
-    std::string text(WordOf(extent, "ExtentEnum"));
+    Fields extent(definition_["Extent"]);
+    std::string text(extent.Word("ExtentEnum"));
     if (text == "ALL_AROUND" || text == "ALL_AROUND_THIS_SIDE") tolerance.all_around = 1;
     if (text == "ALL_AROUND" || text == "UNDEFINED") text.clear();
     for (char& c : text) c = c == '_' ? ' ' : c;
-    if (text.empty()) text = WordOf(extent, "OtherExtent");
+    if (text.empty()) text = extent.Word("OtherExtent");
+    reading_.SkipRest(extent);
     if (text.empty()) return;
     tolerance.note = &reading_.part.Make<KOVAPMI_NOTE>();
     standin::Edit(*tolerance.note).lower = Wide(text);
   }
 
   Reading& reading_;
-  Element nominal_;
-  Element definition_;
-  bool firstUse_;
+  Fields& nominal_;
+  Fields& definition_;
 };
 
 }  // namespace

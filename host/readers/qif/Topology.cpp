@@ -56,8 +56,9 @@ class TopologyReader {
   // describe a model without end.
   bool Claim(const Document::Entry& entry, Element by) {
     if (claimed_.insert(entry.id).second) return true;
-    reading_.Skip(by, std::string(NameOf(entry.element)) + " " + std::to_string(entry.id) +
-                          " belongs to another element already");
+    reading_.Skip(Severity::kIgnored, by,
+                  std::string(NameOf(entry.element)) + " " + std::to_string(entry.id) +
+                      " belongs to another element already");
     return false;
   }
 
@@ -79,9 +80,9 @@ class TopologyReader {
 
   void ReadBody(Element element) {
     BODY& body = reading_.part.Body();
-    if (reading_.firstBody == nullptr) reading_.firstBody = &body;
     Add(element, body, "body");
-    if (Child(element, "Transform")) reading_.Skip(element, "its transform is not applied");
+    if (Child(element, "Transform"))
+      reading_.Skip(Severity::kIgnored, element, "its transform is not applied");
     AddFaces(element, Child(element, "FaceIds"), body);
     for (const Element reference : Child(element, "ShellIds").children()) {
       const Document::Entry& shell = document_.Require(reference, "Shell");
@@ -125,7 +126,8 @@ class TopologyReader {
         entity_fields::faces(body).push_back(face);
         reading_.inBody.insert(face);
       } else if (owner->second != &body) {
-        reading_.Skip(of, "face " + std::to_string(entry.id) + " is in another body already");
+        reading_.Skip(Severity::kIgnored, of,
+                      "face " + std::to_string(entry.id) + " is in another body already");
       }
     }
   }
@@ -140,15 +142,15 @@ class TopologyReader {
   void SkipLoose() {
     for (const Document::Entry& entry : document_.Entries()) {
       if (entry.entity != nullptr && reading_.inBody.count(entry.entity) == 0) {
-        reading_.Skip(entry.element, "it belongs to no body");
+        reading_.Skip(Severity::kIgnored, entry.element, "it belongs to no body");
       }
     }
     for (const Element cloud : List("PointCloudSet", "PointCloud", "pointClouds")) {
-      reading_.Skip(cloud, "the model has no point clouds");
+      reading_.Skip(Severity::kIgnored, cloud, "the model has no point clouds");
     }
     for (const char* set : {"AssemblySet", "ComponentSet"}) {
       for (const Element element : document_.At({"Product", set}).children()) {
-        reading_.Skip(element, "the model is one part");
+        reading_.Skip(Severity::kIgnored, element, "the model is one part");
       }
     }
   }

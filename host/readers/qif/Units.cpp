@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "model/Account.h"
+
 namespace qif {
 
 namespace {
@@ -31,7 +33,7 @@ double FactorOf(Element unit) {
 }
 
 int DecimalsOf(Element element, std::string_view text) {
-  const pugi::xml_attribute stated = element.attribute("decimalPlaces");
+  const Attribute stated = element.attribute("decimalPlaces");
   constexpr int kMost = 15;
   if (stated) return std::clamp(stated.as_int(), 0, kMost);
   const std::size_t exponent = text.find_first_of("eE");
@@ -40,75 +42,101 @@ int DecimalsOf(Element element, std::string_view text) {
   return static_cast<int>(std::min<std::size_t>(text.size() - point - 1, kMost));
 }
 
+// Whether the document's PMI units hold for an element.
+bool IsInCharacteristics(Element element) {
+  constexpr int kDeepest = 16;
+  for (int depth = 0; element && depth < kDeepest; ++depth, element = element.parent()) {
+    if (NameOf(element) == "Characteristics") return true;
+  }
+  return false;
+}
+
+// Long enough for any number that a double tells apart from others.
+constexpr std::size_t kLongestNumber = 40;
+
 }  // namespace
 
-Units::Units(const Document& document) : angle_(kDegrees), pmiAngle_(kDegrees) {
+Units::Units(const Document& document) : angle_{kDegrees, "radian"} {
   const Element units = document.At({"FileUnits"});
   const Element primary = Child(units, "PrimaryUnits");
   const Element linear = Child(primary, "LinearUnit");
-  linearName_ = TextOf(linear, "UnitName");
   metres_ = FactorOf(linear);
-  const auto length = [this](Element unit) { return Shorten(FactorOf(unit) / metres_); };
-  const auto angle = [](Element unit) { return Shorten(FactorOf(unit) * kDegrees); };
-
+  const auto read = [this](Element unit, bool isAngle) {
+    const double factor = Shorten(isAngle ? FactorOf(unit) * kDegrees : FactorOf(unit) / metres_);
+    if (!std::isnormal(factor)) throw Unreadable(unit, "a unit's factor is out of range");
+    return Unit{factor, std::string(TextOf(unit, "UnitName"))};
+  };
   for (const Element set : {primary, Child(units, "OtherUnits")}) {
-    for (const Element unit : set.children()) {
-      const std::string_view kind = NameOf(unit);
-      const std::string name(TextOf(unit, "UnitName"));
-      if (kind == "LinearUnit" || kind == "PMILinearUnit") lengths_.emplace(name, length(unit));
-      if (kind == "AngularUnit" || kind == "PMIAngularUnit") angles_.emplace(name, angle(unit));
+    for (const Element element : set.children()) {
+      const std::string_view kind = NameOf(element);
+      const bool isAngle = kind == "AngularUnit" || kind == "PMIAngularUnit";
+      if (!isAngle && kind != "LinearUnit" && kind != "PMILinearUnit") continue;
+      const Unit unit = read(element, isAngle);
+      (isAngle ? angles_ : lengths_).emplace(unit.name, unit.factor);
     }
   }
-  const Element pmiLinear = Child(primary, "PMILinearUnit");
-  if (pmiLinear) pmiLength_ = length(pmiLinear);
+  if (linear) length_ = read(linear, false);
   const Element angular = Child(primary, "AngularUnit");
-  if (angular) angle_ = angle(angular);
+  if (angular) angle_ = read(angular, true);
+  const Element pmiLinear = Child(primary, "PMILinearUnit");
+  pmiLength_ = pmiLinear ? read(pmiLinear, false) : length_;
   const Element pmiAngular = Child(primary, "PMIAngularUnit");
-  pmiAngle_ = pmiAngular ? angle(pmiAngular) : angle_;
+  pmiAngle_ = pmiAngular ? read(pmiAngular, true) : angle_;
 }
 
-Quantity Units::Convert(Element element, const char* attribute, double defaultFactor,
-                        const std::map<std::string, double, std::less<>>& factors) const {
-  Quantity quantity;
-  quantity.written = WordOf(element);
-  quantity.decimals = DecimalsOf(element, quantity.written);
-  double factor = defaultFactor;
-  if (const pugi::xml_attribute unit = element.attribute(attribute)) {
-    const auto found = factors.find(std::string_view(unit.value()));
-    if (found == factors.end()) {
-      throw Unreadable(element, std::string("unit '") + unit.value() + "' is not declared");
-    }
-    factor = found->second;
+Units::Unit Units::UnitOf(Element element, const char* attribute, const Unit& byDefault,
+                          const UnitTable& units) {
+  const Attribute stated = element.attribute(attribute);
+  if (!stated) return byDefault;
+  const auto found = units.find(std::string_view(stated.value()));
+  if (found == units.end()) {
+    throw Unreadable(element, "unit " + Quote(stated.value()) + " is not declared");
   }
-  if (factor != defaultFactor)
-    quantity.written += std::string(" ") + element.attribute(attribute).value();
-  quantity.value = NumberOf(element) * factor;
+  return {found->second, found->first};
+}
+
+Quantity Units::Convert(Element element, const Unit& unit) {
+  Quantity quantity;
+  const std::string_view text = WordOf(element);
+  const double stated = NumberOf(element);
+  quantity.value = stated * unit.factor;
+  quantity.decimals = DecimalsOf(element, text);
+  quantity.text = Cut(text, kLongestNumber);
+  quantity.unit = Cut(unit.ForeignName(), kLongestNumber);
   RequireFinite(element, {quantity.value});
+  if (quantity.value == 0 && stated != 0) throw Unreadable(element, Quote(text) + " is too small");
   return quantity;
 }
 
-Quantity Units::Length(Element element, bool pmi) const {
-  return Convert(element, "linearUnit", pmi ? pmiLength_ : 1, lengths_);
+Quantity Units::Length(Element element) const {
+  const Unit& byDefault = IsInCharacteristics(element) ? pmiLength_ : length_;
+  return Convert(element, UnitOf(element, "linearUnit", byDefault, lengths_));
 }
 
-Quantity Units::Angle(Element element, bool pmi) const {
-  return Convert(element, "angularUnit", pmi ? pmiAngle_ : angle_, angles_);
+Quantity Units::Angle(Element element) const {
+  const Unit& byDefault = IsInCharacteristics(element) ? pmiAngle_ : angle_;
+  return Convert(element, UnitOf(element, "angularUnit", byDefault, angles_));
 }
 
-Quantity Units::Plain(Element element) const { return Convert(element, "", 1, {}); }
-
-QENposition Units::Point(Element element) const {
-  const std::vector<double> xyz = NumbersOf(element, 3);
-  double factor = 1;
-  if (const pugi::xml_attribute unit = element.attribute("linearUnit")) {
-    const auto found = lengths_.find(std::string_view(unit.value()));
-    if (found == lengths_.end()) {
-      throw Unreadable(element, std::string("unit '") + unit.value() + "' is not declared");
-    }
-    factor = found->second;
+Quantity Units::Plain(Element element) const {
+  Quantity quantity = Convert(element, {});
+  for (const char* attribute : {"areaUnit", "forceUnit", "massUnit", "pressureUnit", "speedUnit",
+                                "temperatureUnit", "timeUnit", "unitName"}) {
+    const Attribute unit = element.attribute(attribute);
+    if (unit) quantity.unit = Cut(unit.value(), kLongestNumber);
   }
-  const QENposition point(xyz[0] * factor, xyz[1] * factor, xyz[2] * factor);
+  return quantity;
+}
+
+QENposition Units::Point(Element element, Quantity* written) const {
+  const std::vector<double> xyz = NumbersOf(element, 3);
+  const Unit unit = UnitOf(element, "linearUnit", length_, lengths_);
+  const QENposition point(xyz[0] * unit.factor, xyz[1] * unit.factor, xyz[2] * unit.factor);
   RequireFinite(element, {point.x(), point.y(), point.z()});
+  if (written != nullptr) {
+    written->text = Cut(WordOf(element), 3 * kLongestNumber);
+    written->unit = Cut(unit.ForeignName(), kLongestNumber);
+  }
   return point;
 }
 

@@ -32,28 +32,28 @@ Orientation ReadOrientation(Element quaternion) {
 
 class SavedViewReader {
  public:
-  SavedViewReader(Reading& reading, Element view) : reading_(reading), view_(view) {}
+  SavedViewReader(Reading& reading, Element view) : reading_(reading), view_(view), fields_(view) {}
 
   void Read() {
-    RequireRecord(view_);
     std::vector<ENTITY*> members;
-    for (const Element reference : Child(view_, "AnnotationVisibleIds").children()) {
+    std::unordered_set<const ENTITY*> seen;
+    const auto add = [&](ENTITY* member) {
+      if (seen.insert(member).second) members.push_back(member);
+    };
+    for (const Element reference : fields_["AnnotationVisibleIds"].children()) {
       std::string reason;
-      ENTITY* const annotation = reading_.AnnotationAt(reference, reason);
-      if (annotation == nullptr) reading_.Skip(view_, "its " + reason);
-      if (annotation != nullptr) members.push_back(annotation);
+      const Document::Entry* const annotation = reading_.AnnotationAt(reference, reason);
+      if (annotation == nullptr) reading_.Lose(reference, "its " + reason);
+      if (annotation != nullptr) add(annotation->entity);
     }
-    for (ENTITY* body : reading_.EntitiesOf(Child(view_, "BodyIds"), view_)) {
-      members.push_back(body);
-    }
+    for (ENTITY* body : reading_.EntitiesOf(fields_["BodyIds"])) add(body);
     auto& capture = reading_.part.AddCapture(members);
     reading_.document.EntryOf(view_).entity = &capture;
     reading_.Describe(capture, view_, "saved view", view_.attribute("label").value());
     auto& fields = standin::Edit(capture);
     Part([&] { fields.camera = ReadCamera(); });
     Part([&] { fields.clipping_plane = ReadSection(); });
-    SkipUnknown(reading_, view_, view_,
-                {"AnnotationVisibleIds", "BodyIds", "ZoneSectionId", "CameraIds"});
+    reading_.SkipRest(fields_);
   }
 
  private:
@@ -63,24 +63,25 @@ class SavedViewReader {
     try {
       work();
     } catch (const Unreadable& problem) {
-      Skip(problem.what());
+      reading_.Lose(view_, problem);
     }
   }
-  void Skip(const std::string& reason) { reading_.Skip(view_, reason); }
+
+  void Reduce(const std::string& reason) { reading_.Skip(Severity::kReduced, view_, reason); }
 
   KOVAPMI_CAMERA* ReadCamera() {
     Element chosen;
     int cameras = 0;
-    for (const Element reference : Child(view_, "CameraIds").children()) {
+    for (const Element reference : fields_["CameraIds"].children()) {
       const bool isActive = IsTrue(reference.attribute("active").value());
       if (!chosen || (isActive && !IsTrue(chosen.attribute("active").value()))) chosen = reference;
       ++cameras;
     }
-    if (cameras > 1) Skip("it has " + std::to_string(cameras) + " cameras, the model has one");
+    if (cameras > 1) Reduce("it has " + std::to_string(cameras) + " cameras, the model has one");
     if (!chosen) return nullptr;
     const Document::Entry* const entry = reading_.document.Find(chosen);
     if (entry == nullptr) {
-      Skip("its camera " + std::string(WordOf(chosen)) + " does not exist");
+      reading_.Lose(chosen, "its camera " + Quote(WordOf(chosen)) + " does not exist");
       return nullptr;
     }
     return &MakeCamera(entry->element);
@@ -90,10 +91,12 @@ class SavedViewReader {
   // camera with the near plane before it stands in the origin and looks at the near plane.
   KOVAPMI_CAMERA& MakeCamera(Element element) {
     const Units& units = reading_.units;
-    const Orientation orientation = ReadOrientation(Child(element, "Orientation"));
-    const QENposition origin = units.Point(Child(element, "ViewPlaneOrigin"));
-    const double near = units.Length(Child(element, "Near"), false).value;
-    const double height = NumberOf(Child(element, "Height"));
+    Fields camera(element);
+    const Orientation orientation = ReadOrientation(camera["Orientation"]);
+    const QENposition origin = units.Point(camera["ViewPlaneOrigin"]);
+    const double near = units.Length(camera["Near"]).value;
+    const double height = NumberOf(camera["Height"]);
+    reading_.SkipRest(camera);
     KOVAPMI_CAMERA::fields fields;
     fields.direction = -1.0 * orientation.towardsViewer;
     fields.direction_normal = orientation.up;
@@ -115,29 +118,34 @@ class SavedViewReader {
     std::string_view name = element.attribute("label").value();
     if (name.empty()) name = view_.attribute("label").value();
     if (!name.empty()) fields.name = Wide(name);
-    auto& camera = reading_.part.Make<KOVAPMI_CAMERA>();
-    standin::Edit(camera) = fields;
-    return camera;
+    auto& made = reading_.part.Make<KOVAPMI_CAMERA>();
+    standin::Edit(made) = fields;
+    return made;
   }
 
   KOVAPMI_CLIPPINGPLANE* ReadSection() {
-    const Element reference = Child(view_, "ZoneSectionId");
+    const Element reference = fields_["ZoneSectionId"];
     if (!reference) return nullptr;
-    const std::string id(WordOf(reference));
+    const std::string id = Quote(WordOf(reference));
     const Document::Entry* const entry = reading_.document.Find(reference);
     if (entry == nullptr) {
-      Skip("its section " + id + " does not exist");
+      reading_.Lose(reference, "its section " + id + " does not exist");
       return nullptr;
     }
     if (!IsTrue(reference.attribute("active").value())) {
-      Skip("its section " + id + " is not active");
+      Reduce("its section " + id + " is not active");
       return nullptr;
     }
-    const Element planes = Child(entry->element, "SectionPlanes");
-    const Element first = Child(planes, "SectionPlane");
-    if (!first) return nullptr;
-    if (first.next_sibling()) Skip("its section " + id + " has several planes, the model has one");
-    const Element plane = Child(first, "Plane");
+    Fields section(entry->element);
+    Fields planes(section["SectionPlanes"]);
+    Fields first(planes["SectionPlane"]);
+    const Element plane = first["Plane"];
+    reading_.SkipRest(section);
+    reading_.SkipRest(first);
+    if (!plane) return nullptr;
+    if (!planes.Rest().empty()) {
+      Reduce("its section " + id + " has several planes, the model has one");
+    }
     KOVAPMI_CLIPPINGPLANE::fields fields;
     fields.point = reading_.units.Point(Child(plane, "Point"));
     fields.normal = reading_.units.Vector(Child(plane, "Normal"));
@@ -148,6 +156,7 @@ class SavedViewReader {
 
   Reading& reading_;
   Element view_;
+  Fields fields_;
 };
 
 }  // namespace

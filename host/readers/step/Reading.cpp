@@ -24,7 +24,11 @@ Units ReadUnits(Exchange& file) {
 }  // namespace
 
 Reading::Reading(std::string_view text, const std::string& name)
-    : file(text, name), units(ReadUnits(file)), model(EmptyModel()), part(*model.part) {
+    : file(text, name),
+      units(ReadUnits(file)),
+      model(EmptyModel()),
+      part(*model.part),
+      account_(10'000 + text.size() / 200) {
   const auto& schemas = file.Schemas();
   const bool isAp242 = std::any_of(schemas.begin(), schemas.end(), [](const std::string& schema) {
     return schema.substr(0, 5) == "AP242";
@@ -143,27 +147,21 @@ bool Reading::HasItem(Id item) {
 // What is missing of a product is missing of each of its occurrences, and listed once.
 void Reading::Skip(Severity severity, Id id, const std::string& reason, const ENTITY* annotation) {
   if (occurrence_ != nullptr && !occurrence_->isFirst) return;
-  constexpr int kMostOfOne = 20;
-  skippedInARow_ = id == lastSkipped_ ? skippedInARow_ + 1 : 1;
-  lastSkipped_ = id;
-  if (skippedInARow_ > kMostOfOne) {
-    SkippedItem& last = model.skipped.back();
-    last.severity = std::min(last.severity, severity);
-    last.reason = "more of it is left out";
-    ++last.count;
-    return;
-  }
-  const Instance* instance = nullptr;
+  std::string kind;
   try {
-    instance = file.Find(id);
+    const Instance* const instance = file.Find(id);
+    if (instance != nullptr) kind = instance->records.front().name;
   } catch (const Unreadable&) {
     // It has a line all the same.
   }
   const auto known = ids_.find(annotation);
-  model.skipped.push_back({severity,
-                           instance == nullptr ? "" : std::string(instance->records.front().name),
-                           "#" + std::to_string(id), known == ids_.end() ? "" : known->second,
-                           reason, file.LineOf(id), 1});
+  account_.Add({severity, kind, "#" + std::to_string(id), known == ids_.end() ? "" : known->second,
+                reason, file.LineOf(id), 1});
+}
+
+Model Reading::Finish() {
+  model.skipped = account_.Take();
+  return std::move(model);
 }
 
 void Reading::Describe(ENTITY& entity, Id id, const char* kind, const std::string& name) {

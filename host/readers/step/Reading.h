@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "model/Account.h"
 #include "model/Model.h"
 #include "readers/step/Assembly.h"
 #include "readers/step/Exchange.h"
@@ -64,6 +65,8 @@ class Reading {
   // instance lacks in a row all behind the nineteenth entry stands in one.
   void Skip(Severity severity, Id id, const std::string& reason,
             const ENTITY* annotation = nullptr);
+  // Gives the model away, with the account of what it lacks.
+  Model Finish();
   void Count(const char* kind, long more = 1) { model.counts[kind] += more; }
   // Gives an entity the instance's number, behind the occurrence's path, as id, its name (when
   // there is one) and its label.
@@ -88,12 +91,11 @@ class Reading {
  private:
   QENposition Placed(const QENposition& point) const;
 
+  Account account_;
   Assembly* assembly_ = nullptr;
   const Occurrence* occurrence_ = nullptr;
   std::unordered_map<Id, std::vector<ENTITY*>> entitiesOf_;  // by aspect, of this occurrence
-  Id lastSkipped_ = 0;
-  int skippedInARow_ = 0;
-  std::unordered_map<const ENTITY*, std::string> ids_;  // of annotations and captures
+  std::unordered_map<const ENTITY*, std::string> ids_;       // of annotations and captures
 };
 
 // --- Steps, in order -----------------------------------------------------------------------------

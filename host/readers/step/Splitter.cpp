@@ -2,16 +2,11 @@
 
 #include <limits>
 
+#include "readers/step/Characters.h"
+
 namespace step {
 
 namespace {
-
-bool IsBlank(char c) {
-  return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\v';
-}
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsNameStart(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '!'; }
-bool IsNamePart(char c) { return IsNameStart(c) || IsDigit(c) || c == '_'; }
 
 // The characters at which the body of an instance has to be looked at.
 struct Specials {

@@ -1,6 +1,24 @@
 #include "readers/step/StepReader.h"
 
+#include <algorithm>
+
+#include "readers/step/Characters.h"
 #include "readers/step/Reading.h"
+
+bool IsStep(std::string_view text) {
+  constexpr std::string_view kStart = "ISO-10303-21";
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (step::IsBlank(text[at])) {
+      ++at;
+    } else if (text.compare(at, 2, "/*") == 0) {
+      at = std::min(text.find("*/", at + 2), text.size() - 2) + 2;
+    } else {
+      break;
+    }
+  }
+  return text.compare(at, kStart.size(), kStart) == 0;
+}
 
 Model ReadStepText(std::string_view text, const std::string& name) {
   step::Reading reading(text, name);
@@ -16,5 +34,5 @@ Model ReadStepText(std::string_view text, const std::string& name) {
   // They stand in the assembly's space and show annotations of all its parts.
   reading.Begin(assembly, assembly.Occurrences().front());
   step::ReadSavedViews(reading);
-  return std::move(reading.model);
+  return reading.Finish();
 }

@@ -8,3 +8,6 @@
 // model. Lengths are in the unit of the file's geometry, angles in degrees. Throws ModelError for
 // what is no such file; what can't be read of one stands in Model::skipped.
 Model ReadStepText(std::string_view text, const std::string& name);
+
+// Whether the first bytes are those of an exchange structure, behind blanks and comments.
+bool IsStep(std::string_view text);

@@ -1,165 +1,15 @@
-#include <nlohmann/json.hpp>
-
 #include "writers/json/PrintJson.h"
 
-using Json = nlohmann::ordered_json;
+#include "writers/json/JsonText.h"
+#include "writers/json/Trees.h"
 
 namespace {
 
-template <typename T>
-Json OrNull(const std::optional<T>& value) {
-  return value.has_value() ? Json(*value) : Json();
-}
+// The version of the JSON's shape, in docs/report.schema.json too.
+constexpr int kFormat = 2;
 
-template <typename T, typename Convert>
-Json List(const std::vector<T>& items, Convert convert) {
-  Json list = Json::array();
-  for (const T& item : items) list.push_back(convert(item));
-  return list;
-}
-
-template <typename T, typename Convert>
-Json OrNull(const std::optional<T>& value, Convert convert) {
-  return value.has_value() ? convert(*value) : Json();
-}
-
-Json TextToJson(const Text& text) { return OrNull(text); }
-
-Json FontToJson(const FontReport& font) {
-  return {{"fixedPitch", font.fixedPitch},
-          {"height", font.height},
-          {"bold", font.bold},
-          {"italic", font.italic},
-          {"underline", font.underline},
-          {"strikeThrough", font.strikeThrough},
-          {"overline", font.overline},
-          {"ratio", font.ratio},
-          {"slant", font.slant}};
-}
-
-Json ModifierToJson(const ModifierReport& modifier) {
-  return {{"type", OrNull(modifier.type)}, {"magnitude", OrNull(modifier.magnitude)}};
-}
-
-Json FrameToJson(const FrameReport& frame) {
-  return {{"note", OrNull(frame.note)},
-          {"references", List(frame.references, [](const ReferenceReport& reference) {
-             return Json{{"label", OrNull(reference.label)},
-                         {"datums", List(reference.datums, [](const FrameDatumReport& datum) {
-                            return Json{{"label", OrNull(datum.label)},
-                                        {"modifiers", List(datum.modifiers, ModifierToJson)}};
-                          })}};
-           })}};
-}
-
-Json RowToJson(const RowReport& row) {
-  return {
-      {"valueType", OrNull(row.valueType)},     {"magnitude", OrNull(row.magnitude)},
-      {"refinement", OrNull(row.refinement)},   {"rateUnit1", OrNull(row.rateUnit1)},
-      {"rateUnit2", OrNull(row.rateUnit2)},     {"modifiers", List(row.modifiers, ModifierToJson)},
-      {"frame", OrNull(row.frame, FrameToJson)}};
-}
-
-Json NotesToJson(const ToleranceNotesReport& notes) {
-  return {{"before", OrNull(notes.before)}, {"after", OrNull(notes.after)},
-          {"upper", OrNull(notes.upper)},   {"lower", OrNull(notes.lower)},
-          {"prefix", OrNull(notes.prefix)}, {"suffix", OrNull(notes.suffix)}};
-}
-
-Json TextsToJson(const DimensionTextsReport& texts) {
-  return {{"prefix", OrNull(texts.prefix)},
-          {"suffix", OrNull(texts.suffix)},
-          {"before", OrNull(texts.before)},
-          {"after", OrNull(texts.after)},
-          {"upper", OrNull(texts.upper)},
-          {"lower", OrNull(texts.lower)},
-          {"holeCallout", OrNull(texts.holeCallout)},
-          {"below", OrNull(texts.below)}};
-}
-
-Json ToleranceToJson(const ToleranceReport& tolerance) {
-  return {{"type", OrNull(tolerance.type)},
-          {"allAround", OrNull(tolerance.allAround)},
-          {"rows", List(tolerance.rows, RowToJson)},
-          {"notes", NotesToJson(tolerance.notes)}};
-}
-
-Json DimensionToJson(const DimensionReport& dimension) {
-  return {{"type", OrNull(dimension.type)},
-          {"mainType", OrNull(dimension.mainType)},
-          {"value", OrNull(dimension.value)},
-          {"precision", OrNull(dimension.precision)},
-          {"lower", OrNull(dimension.lower)},
-          {"upper", OrNull(dimension.upper)},
-          {"tolerancePrecision", OrNull(dimension.tolerancePrecision)},
-          {"lowerText", OrNull(dimension.lowerText)},
-          {"upperText", OrNull(dimension.upperText)},
-          {"texts", TextsToJson(dimension.texts)},
-          {"line", OrNull(dimension.line)},
-          {"extensionLines", OrNull(dimension.extensionLines)},
-          {"callouts", List(dimension.callouts,
-                            [](const CalloutReport& callout) {
-                              return Json{{"name", OrNull(callout.name)},
-                                          {"value", OrNull(callout.value)},
-                                          {"calloutType", OrNull(callout.calloutType)}};
-                            })},
-          {"calloutType", OrNull(dimension.calloutType)}};
-}
-
-Json DatumToJson(const DatumReport& datum) {
-  return {{"label", OrNull(datum.label)}, {"targets", List(datum.targets, TextToJson)}};
-}
-
-Json DatumTargetToJson(const DatumTargetReport& target) {
-  return {{"label", OrNull(target.label)},
-          {"type", OrNull(target.type)},
-          {"note", OrNull(target.note)},
-          {"point1", OrNull(target.point1)},
-          {"point2", OrNull(target.point2)}};
-}
-
-Json RoughnessToJson(const RoughnessReport& roughness) {
-  return {{"obtention", OrNull(roughness.obtention)},
-          {"applicability", OrNull(roughness.applicability)},
-          {"fields", List(roughness.fields, TextToJson)}};
-}
-
-Json AnnotationToJson(const AnnotationReport& annotation) {
-  Json json{
-      {"kind", annotation.kind},
-      {"name", OrNull(annotation.name)},
-      {"hidden", OrNull(annotation.hidden)},
-      {"texts",
-       List(annotation.texts,
-            [](const TextReport& text) {
-              return Json{{"string", OrNull(text.string)}, {"font", OrNull(text.font, FontToJson)}};
-            })},
-      {"entities", List(annotation.entities,
-                        [](const EntityReport& entity) {
-                          return Json{{"kind", entity.kind}, {"label", OrNull(entity.label)}};
-                        })},
-      {"position", OrNull(annotation.position)},
-      {"depth", OrNull(annotation.depth)},
-      {"leaders", List(annotation.leaders, [](const std::array<Point3, 2>& ends) {
-         return Json{{"tail", ends[0]}, {"head", ends[1]}};
-       })}};
-  if (annotation.dimension) json["dimension"] = DimensionToJson(*annotation.dimension);
-  if (annotation.tolerance) json["tolerance"] = ToleranceToJson(*annotation.tolerance);
-  if (annotation.datum) json["datum"] = DatumToJson(*annotation.datum);
-  if (annotation.datumTarget) json["datumTarget"] = DatumTargetToJson(*annotation.datumTarget);
-  if (annotation.roughness) json["roughness"] = RoughnessToJson(*annotation.roughness);
-  return json;
-}
-
-Json ViewToJson(const ViewReport& view) {
-  return {
-      {"frame",
-       OrNull(
-           view.frame,
-           [](const ViewFrameReport& frame) {
-             return Json{{"origin", frame.origin}, {"xAxis", frame.xAxis}, {"yAxis", frame.yAxis}};
-           })},
-      {"annotations", List(view.annotations, AnnotationToJson)}};
+Json FrameToJson(const ViewFrameReport& frame) {
+  return {{"origin", frame.origin}, {"xAxis", frame.xAxis}, {"yAxis", frame.yAxis}};
 }
 
 Json CameraToJson(const CameraReport& camera) {
@@ -174,7 +24,8 @@ Json CameraToJson(const CameraReport& camera) {
 }
 
 Json CaptureToJson(const CaptureReport& capture) {
-  return {{"name", OrNull(capture.name)},
+  return {{"id", OrNull(capture.id)},
+          {"name", OrNull(capture.name)},
           {"camera", OrNull(capture.camera, CameraToJson)},
           {"hiddenText", OrNull(capture.hiddenText)},
           {"clippingPlane", OrNull(capture.clippingPlane,
@@ -183,31 +34,84 @@ Json CaptureToJson(const CaptureReport& capture) {
                                    })},
           {"members",
            {{"count", capture.memberCount},
-            {"annotations", List(capture.members, [](const MemberReport& member) {
-               return TextToJson(member.name);
-             })}}}};
+            {"annotations",
+             List(capture.members, [](const MemberReport& member) { return OrNull(member.name); })},
+            {"ids", List(capture.members,
+                         [](const MemberReport& member) { return OrNull(member.id); })}}}};
+}
+
+Json AppliedToJson(const AppliedEntityReport& applied) {
+  Json json = EntityToJson(applied.entity);
+  json["annotations"] = List(applied.annotations, TextToJson);
+  return json;
+}
+
+Json SkippedToJson(const SkippedReport& skipped) {
+  return {{"severity", skipped.severity}, {"kind", skipped.kind},
+          {"id", OrNull(skipped.id)},     {"annotation", OrNull(skipped.annotation)},
+          {"reason", skipped.reason},     {"line", skipped.line > 0 ? Json(skipped.line) : Json()},
+          {"count", skipped.count}};
+}
+
+void WriteView(const ViewReport& view, JsonText& text) {
+  text.Open('{').Key("id").Value(OrNull(view.id));
+  text.Key("frame").Value(OrNull(view.frame, FrameToJson));
+  text.Key("annotations").List(view.annotations, AnnotationToJson).Close('}');
+}
+
+void WriteSource(const SourceReport& source, JsonText& text) {
+  text.Open('{').Key("file").Value(source.file);
+  text.Key("format").Value(OrNull(source.format));
+  text.Key("linearUnit").Value(OrNull(source.linearUnit));
+  text.Key("angularUnit").Value("degree");
+  text.Key("pmiLinearUnit").Value(OrNull(source.pmiLinearUnit));
+  text.Key("pmiAngularUnit").Value(OrNull(source.pmiAngularUnit));
+  text.Key("counts").Value(source.counts);
+  long all = 0;
+  for (const char* severity : {"lost", "reduced", "ignored"}) {
+    long count = 0;
+    for (const SkippedReport& skipped : source.skipped) {
+      if (skipped.severity == severity) count += skipped.count;
+    }
+    text.Key(severity).Value(count);
+    all += count;
+  }
+  text.Key("skippedCount").Value(all);
+  text.Key("skipped").List(source.skipped, SkippedToJson).Close('}');
+}
+
+// The document's beginning, which says what it is.
+JsonText Begin(const std::string& program, int indent, JsonText::Sink sink = {}) {
+  JsonText text(indent, std::move(sink));
+  text.Open('{').Key("format").Value(kFormat).Key("program").Value(program);
+  return text;
 }
 
 }  // namespace
 
-std::string PrintJson(const ModelReport& report, int indent) {
-  const Json json{{"totals", report.totals},
-                  {"views", List(report.views, ViewToJson)},
-                  {"captures", List(report.captures, CaptureToJson)},
-                  {"source",
-                   {{"file", report.source.file},
-                    {"linearUnit", report.source.linearUnit},
-                    {"counts", report.source.counts},
-                    {"skippedCount", report.source.skipped.size()},
-                    {"skipped", List(report.source.skipped, [](const SkippedReport& skipped) {
-                       return Json{{"severity", skipped.severity},
-                                   {"kind", skipped.kind},
-                                   {"id", skipped.id},
-                                   {"annotation", skipped.annotation},
-                                   {"reason", skipped.reason},
-                                   {"line", skipped.line},
-                                   {"count", skipped.count}};
-                     })}}}};
-  // File names may hold any bytes.
-  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+void PrintJson(const ModelReport& report, const std::string& program, int indent,
+               const std::function<void(const std::string&)>& sink) {
+  JsonText text = Begin(program, indent, sink);
+  text.Key("totals").Value(report.totals);
+  text.Key("views").Open('[');
+  for (const ViewReport& view : report.views) WriteView(view, text);
+  text.Close(']');
+  text.Key("captures").List(report.captures, CaptureToJson);
+  text.Key("entities").List(report.entities, AppliedToJson);
+  text.Key("source");
+  WriteSource(report.source, text);
+  sink(text.Close('}').Take());
+}
+
+std::string PrintJson(const ModelReport& report, const std::string& program, int indent) {
+  std::string all;
+  PrintJson(report, program, indent, [&all](const std::string& piece) { all += piece; });
+  return all;
+}
+
+std::string PrintJsonError(const std::string& file, const std::string& error,
+                           const std::string& program, int indent) {
+  JsonText text = Begin(program, indent);
+  text.Key("source").Value({{"file", file}, {"error", error}});
+  return text.Close('}').Take();
 }

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <map>
 
+namespace text {
+
 namespace {
 
 std::string Symbol(const std::map<std::string, const char*>& symbols, const Text& name) {
@@ -89,12 +91,15 @@ std::string Deviation(double value) {
 }
 
 std::string Limits(const DimensionReport& dimension, const char* unit) {
-  const double upper = dimension.upper.value_or(0);
-  const double lower = dimension.lower.value_or(0);
-  if (upper == 0 && lower == 0) return "";
-  const std::string upperText = Deviation(upper);
-  if (upperText == Deviation(-lower)) return " ±" + DrawNumber(upper) + unit;
-  return " " + upperText + unit + "/" + Deviation(lower) + unit;
+  if (!dimension.upper || !dimension.lower) {
+    const Number& only = dimension.upper ? dimension.upper : dimension.lower;
+    return only ? " " + Deviation(*only) + unit : "";
+  }
+  const std::string upper = Deviation(*dimension.upper);
+  const std::string lower = Deviation(*dimension.lower);
+  if (upper == "0" && lower == "0" && dimension.tolerance != "plusMinus") return "";
+  if (upper == Deviation(-*dimension.lower)) return " ±" + DrawNumber(*dimension.upper) + unit;
+  return " " + upper + unit + "/" + lower + unit;
 }
 
 }  // namespace
@@ -149,3 +154,5 @@ std::string DrawRoughness(const RoughnessReport& roughness) {
   }
   return text;
 }
+
+}  // namespace text

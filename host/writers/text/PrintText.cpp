@@ -1,238 +1,213 @@
-#include <algorithm>
-
-#include "writers/text/Drawing.h"
 #include "writers/text/PrintText.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "writers/text/Account.h"
+#include "writers/text/Annotation.h"
+#include "writers/text/Details.h"
+#include "writers/text/Kinds.h"
+
+namespace text {
 
 namespace {
 
-template <typename Numbers>
-std::string Tuple(const Numbers& numbers) {
-  std::string text;
-  for (const double number : numbers) text += (text.empty() ? "(" : ", ") + DrawNumber(number);
-  return text + ")";
-}
+constexpr std::size_t kMembersShown = 4;
 
-// A text on one line, whatever it holds.
-std::string OneLine(const std::string& text) {
-  std::string line;
-  for (const char c : text) {
-    if (c == '\n') {
-      line += "⏎";
-    } else if (static_cast<unsigned char>(c) >= 0x20 && c != 0x7F) {
-      line += c;
+// Prints the annotations of a report, grouped as the style says.
+class Groups {
+ public:
+  Groups(Page& page, const ModelReport& report, const Style& style)
+      : page_(page), report_(report), style_(style) {
+    for (const ViewReport& view : report.views) {
+      for (const AnnotationReport& annotation : view.annotations) all_.push_back(&annotation);
     }
   }
-  return line;
-}
 
-std::string Count(long number, const char* one, const char* many) {
-  return std::to_string(number) + " " + (number == 1 ? one : many);
-}
-
-class Printer {
- public:
-  std::string Print(const ModelReport& report) {
-    Line(0, OneLine(report.source.file) + " (" + report.source.linearUnit + ")");
-    for (std::size_t i = 0; i < report.views.size(); ++i) PrintView(i + 1, report.views[i]);
-    for (const CaptureReport& capture : report.captures) PrintCapture(capture);
-    PrintTotals(report.totals);
-    PrintSource(report.source);
-    return std::move(text_);
+  void Print() {
+    switch (style_.by) {
+      case By::kKind:
+        return ByKind();
+      case By::kView:
+        return ByView();
+      case By::kFace:
+        return ByFace();
+      case By::kCapture:
+        return ByCapture();
+    }
   }
 
  private:
-  void Line(int depth, const std::string& text) {
-    text_.append(static_cast<std::size_t>(2 * depth), ' ').append(text).append("\n");
-  }
+  using Annotations = std::vector<const AnnotationReport*>;
 
-  void PrintView(std::size_t number, const ViewReport& view) {
-    std::string head = "view " + std::to_string(number);
-    if (view.frame) {
-      head += " at " + Tuple(view.frame->origin) + " x " + Tuple(view.frame->xAxis) + " y " +
-              Tuple(view.frame->yAxis);
-    } else {
-      head += " without a plane";
-    }
-    Line(1, head);
-    for (const AnnotationReport& annotation : view.annotations) PrintAnnotation(annotation);
-  }
-
-  void PrintAnnotation(const AnnotationReport& annotation) {
-    std::string head = annotation.kind;
-    if (annotation.name) head += " \"" + OneLine(*annotation.name) + "\"";
-    if (annotation.dimension) head += "  " + OneLine(DrawDimension(*annotation.dimension));
-    if (annotation.tolerance) head += "  " + OneLine(DrawTolerance(*annotation.tolerance));
-    if (annotation.datum) head += "  [" + OneLine(annotation.datum->label.value_or("?")) + "]";
-    if (annotation.roughness) head += "  " + OneLine(DrawRoughness(*annotation.roughness));
-    if (annotation.datumTarget) {
-      head += "  (" + OneLine(annotation.datumTarget->label.value_or("?")) + ")";
-    }
-    for (const TextReport& text : annotation.texts) {
-      if (text.string) head += "  \"" + OneLine(*text.string) + "\"";
-    }
-    if (annotation.hidden.value_or(false)) head += "  hidden";
-    Line(2, head);
-    PrintDetails(annotation);
-    PrintPlace(annotation);
-  }
-
-  void PrintDetails(const AnnotationReport& annotation) {
-    for (const TextReport& text : annotation.texts) {
-      if (text.font) PrintFont(*text.font);
-    }
-    if (annotation.dimension) PrintDimension(*annotation.dimension);
-    if (annotation.tolerance) {
-      const ToleranceNotesReport& notes = annotation.tolerance->notes;
-      PrintTexts({{"before", notes.before},
-                  {"after", notes.after},
-                  {"above", notes.upper},
-                  {"below", notes.lower},
-                  {"prefix", notes.prefix},
-                  {"suffix", notes.suffix}});
-    }
-    if (annotation.datum && !annotation.datum->targets.empty()) {
-      std::string targets = "targets";
-      for (const Text& target : annotation.datum->targets) targets += " " + target.value_or("?");
-      Line(3, OneLine(targets));
-    }
-    if (annotation.datumTarget) {
-      const DatumTargetReport& target = *annotation.datumTarget;
-      std::string line = "form " + target.type.value_or("?");
-      if (target.point1) line += " at " + Tuple(*target.point1);
-      if (target.point2) line += " to " + Tuple(*target.point2);
-      if (!target.note.value_or("").empty()) line += " note \"" + *target.note + "\"";
-      Line(3, OneLine(line));
-    }
-    if (annotation.roughness) {
-      Line(3, "obtention " + annotation.roughness->obtention.value_or("?") + ", applicability " +
-                  annotation.roughness->applicability.value_or("?"));
+  // A group under its heading; none when it is empty.
+  void PrintGroup(const std::string& heading, const Annotations& annotations) {
+    if (annotations.empty()) return;
+    page_.Heading(heading);
+    for (const AnnotationReport* annotation : annotations) {
+      PrintAnnotation(page_, 1, *annotation, style_.by != By::kKind, style_.verbose);
     }
   }
 
-  void PrintFont(const FontReport& font) {
-    std::string line = "font height " + DrawNumber(font.height) + " ratio " +
-                       DrawNumber(font.ratio) + " slant " + DrawNumber(font.slant);
-    if (font.fixedPitch) line += " fixed";
-    if (font.bold) line += " bold";
-    if (font.italic) line += " italic";
-    if (font.underline) line += " underline";
-    if (font.strikeThrough) line += " strike-through";
-    if (font.overline) line += " overline";
-    Line(3, line);
-  }
-
-  void PrintTexts(std::initializer_list<std::pair<const char*, Text>> texts) {
-    std::string line;
-    for (const auto& [name, text] : texts) {
-      if (text.value_or("").empty()) continue;
-      line += (line.empty() ? "" : ", ") + std::string(name) + " \"" + *text + "\"";
-    }
-    if (!line.empty()) Line(3, OneLine(line));
-  }
-
-  void PrintDimension(const DimensionReport& dimension) {
-    std::string line = dimension.type.value_or("?") + ", " + dimension.mainType.value_or("?");
-    if (dimension.value) line += ", value " + DrawNumber(*dimension.value);
-    if (dimension.lower) line += ", lower " + DrawNumber(*dimension.lower);
-    if (dimension.upper) line += ", upper " + DrawNumber(*dimension.upper);
-    if (dimension.precision) line += ", precision " + DrawNumber(*dimension.precision);
-    if (dimension.tolerancePrecision) {
-      line += ", tolerance precision " + DrawNumber(*dimension.tolerancePrecision);
-    }
-    if (dimension.calloutType) line += ", callout of " + *dimension.calloutType;
-    Line(3, line);
-    const DimensionTextsReport& texts = dimension.texts;
-    PrintTexts({{"prefix", texts.prefix},
-                {"suffix", texts.suffix},
-                {"before", texts.before},
-                {"after", texts.after},
-                {"above", texts.upper},
-                {"below", texts.lower},
-                {"hole callout", texts.holeCallout},
-                {"underneath", texts.below}});
-    if (dimension.line) {
-      Line(3, "line " + Tuple((*dimension.line)[0]) + " to " + Tuple((*dimension.line)[1]));
-    }
-    if (dimension.extensionLines) {
-      std::string points = "extension lines";
-      for (const Point2& point : *dimension.extensionLines) points += " " + Tuple(point);
-      Line(3, points);
-    }
-    for (const CalloutReport& callout : dimension.callouts) {
-      std::string text = "callout " + callout.calloutType.value_or("?");
-      if (callout.name) text += " \"" + *callout.name + "\"";
-      if (callout.value) text += " " + DrawNumber(*callout.value);
-      Line(3, OneLine(text));
-    }
-  }
-
-  void PrintPlace(const AnnotationReport& annotation) {
-    if (!annotation.entities.empty()) {
-      std::string line = "on";
-      for (const EntityReport& entity : annotation.entities) {
-        line += (line == "on" ? " " : ", ") + entity.kind;
-        if (entity.label) line += " \"" + *entity.label + "\"";
+  void ByKind() {
+    for (const Kind& kind : Kinds()) {
+      Annotations annotations;
+      for (const AnnotationReport* annotation : all_) {
+        if (KindCalled(annotation->kind).name == kind.name) annotations.push_back(annotation);
       }
-      Line(3, OneLine(line));
-    }
-    if (annotation.position) {
-      Line(3, "at " + Tuple(*annotation.position) +
-                  (annotation.depth ? " depth " + DrawNumber(*annotation.depth) : ""));
-    } else if (annotation.depth) {
-      Line(3, "depth " + DrawNumber(*annotation.depth));
-    }
-    for (const auto& leader : annotation.leaders) {
-      Line(3, "leader " + Tuple(leader[0]) + " to " + Tuple(leader[1]));
+      // Datums and their targets by their labels, all others in the report's order.
+      std::stable_sort(annotations.begin(), annotations.end(),
+                       [](const AnnotationReport* a, const AnnotationReport* b) {
+                         return LabelOf(*a) < LabelOf(*b);
+                       });
+      PrintGroup(kind.heading, annotations);
     }
   }
 
-  void PrintCapture(const CaptureReport& capture) {
-    Line(1, OneLine("capture \"" + capture.name.value_or("") + "\"  " +
-                    Count(capture.memberCount, "member", "members")));
-    if (capture.camera) {
-      const CameraReport& camera = *capture.camera;
-      Line(2,
-           OneLine("camera \"" + camera.name.value_or("") + "\" " + camera.type + " at " +
-                   Tuple(camera.origin) + " to " + Tuple(camera.target) + " along " +
-                   Tuple(camera.viewDirection) + " up " + Tuple(camera.viewDirectionNormal) +
-                   " angle " + DrawNumber(camera.viewAngle) + " zoom " + DrawNumber(camera.zoom)));
+  void ByView() {
+    for (std::size_t i = 0; i < report_.views.size(); ++i) {
+      const ViewReport& view = report_.views[i];
+      const std::string number = std::to_string(i + 1);
+      std::string heading = "View " + number;
+      if (view.frame) {
+        heading += " at " + Tuple(view.frame->origin) + " x " + Tuple(view.frame->xAxis) + " y " +
+                   Tuple(view.frame->yAxis);
+      } else {
+        heading += " without a plane";
+      }
+      if (view.id && view.id != "view " + number) heading += "  id " + *view.id;
+      Annotations annotations;
+      for (const AnnotationReport& annotation : view.annotations) {
+        annotations.push_back(&annotation);
+      }
+      PrintGroup(heading, annotations);
     }
-    if (capture.hiddenText) Line(2, OneLine("hidden text \"" + *capture.hiddenText + "\""));
-    if (capture.clippingPlane) {
-      Line(2, "clipping plane through " + Tuple((*capture.clippingPlane)[0]) + " normal " +
-                  Tuple((*capture.clippingPlane)[1]));
-    }
-    if (capture.members.empty()) return;
-    std::string names = "annotations";
-    for (const MemberReport& member : capture.members) {
-      names += (names == "annotations" ? " " : ", ") + member.name.value_or("unnamed");
-    }
-    Line(2, OneLine(names));
   }
 
-  void PrintTotals(const std::map<std::string, long>& totals) {
-    std::string line = "totals:";
-    for (const auto& [kind, number] : totals) line += " " + kind + " " + std::to_string(number);
-    Line(1, line);
+  // Faces first, then edges, vertices, bodies and whatever else there is.
+  static std::size_t Rank(const std::string& kind) {
+    const char* const kinds[] = {"face", "edge", "vertex", "body"};
+    return static_cast<std::size_t>(std::find(std::begin(kinds), std::end(kinds), kind) -
+                                    std::begin(kinds));
   }
 
-  // Items of one kind and reason stand on one line.
-  void PrintSource(const SourceReport& source) {
-    if (source.skipped.empty()) return;
-    Line(1, "skipped: " + std::to_string(source.skipped.size()));
-    std::vector<std::string> heads;
-    std::map<std::string, std::string> ids;
-    for (const SkippedReport& skipped : source.skipped) {
-      const std::string head = skipped.kind + ", " + skipped.reason + ":";
-      if (ids.count(head) == 0) heads.push_back(head);
-      ids[head] += " " + skipped.id;
+  void ByFace() {
+    struct Group {
+      const EntityReport* entity;
+      Annotations annotations;
+    };
+    std::vector<Group> groups;
+    std::map<std::pair<std::string, Text>, std::size_t> places;
+    Annotations others;
+    for (const AnnotationReport* annotation : all_) {
+      for (const EntityReport& entity : annotation->entities) {
+        const auto [place, isNew] = places.emplace(
+            std::pair(entity.kind, entity.id ? entity.id : entity.label), groups.size());
+        if (isNew) groups.push_back({&entity, {}});
+        Annotations& annotations = groups[place->second].annotations;
+        if (annotations.empty() || annotations.back() != annotation) {
+          annotations.push_back(annotation);
+        }
+      }
+      if (annotation->entities.empty()) others.push_back(annotation);
     }
-    for (const std::string& head : heads) Line(2, OneLine(head + ids[head]));
+    std::stable_sort(groups.begin(), groups.end(), [](const Group& a, const Group& b) {
+      return Rank(a.entity->kind) < Rank(b.entity->kind);
+    });
+    for (const Group& group : groups) {
+      PrintGroup(EntityName(*group.entity, true), group.annotations);
+    }
+    PrintGroup("On no entity", others);
   }
 
-  std::string text_;
+  void ByCapture() {
+    std::map<std::string, Annotations> byId;
+    for (const AnnotationReport* annotation : all_) {
+      if (annotation->id) byId[*annotation->id].push_back(annotation);
+    }
+    std::set<const AnnotationReport*> shown;
+    for (const CaptureReport& capture : report_.captures) {
+      page_.Heading("Capture " + CaptureName(capture));
+      if (style_.verbose) PrintDetails(page_, 1, capture);
+      for (const MemberReport& member : capture.members) {
+        const auto found = byId.find(member.id.value_or(""));
+        if (!member.id) page_.Line(1, {MemberName(member)});
+        if (!member.id || found == byId.end()) continue;
+        for (const AnnotationReport* annotation : found->second) {
+          PrintAnnotation(page_, 1, *annotation, true, style_.verbose);
+          shown.insert(annotation);
+        }
+      }
+    }
+    Annotations others;
+    for (const AnnotationReport* annotation : all_) {
+      if (shown.count(annotation) == 0) others.push_back(annotation);
+    }
+    PrintGroup("In no capture", others);
+  }
+
+  std::string CaptureName(const CaptureReport& capture) const {
+    return Quoted(capture.name.value_or(""), style_.verbose) +
+           (capture.id ? "  id " + *capture.id : "");
+  }
+
+  std::string MemberName(const MemberReport& member) const {
+    std::string name = member.name ? Quoted(*member.name, style_.verbose) : "unnamed";
+    if (member.id && (style_.verbose || !member.name)) name += " id " + *member.id;
+    return name;
+  }
+
+ public:
+  void PrintCaptures() {
+    if (report_.captures.empty() || style_.by == By::kCapture) return;
+    page_.Heading("Captures");
+    for (const CaptureReport& capture : report_.captures) {
+      std::vector<std::string> names;
+      for (const MemberReport& member : capture.members) names.push_back(MemberName(member));
+      std::vector<Piece> pieces{{Quoted(capture.name.value_or(""), style_.verbose)}};
+      const auto annotations = static_cast<long>(names.size());
+      std::string shows =
+          annotations == 1 ? "1 annotation" : std::to_string(annotations) + " annotations";
+      if (capture.memberCount != annotations) {
+        shows += " of " + std::to_string(capture.memberCount) + " members";
+      }
+      if (!names.empty())
+        shows += ": " + Some(names, style_.verbose ? names.size() : kMembersShown);
+      pieces.push_back({shows});
+      if (capture.clippingPlane) pieces.push_back({"clipped"});
+      if (capture.id) pieces.push_back({"id " + *capture.id, Ink::kFaint});
+      page_.Flow(1, pieces);
+      if (style_.verbose) PrintDetails(page_, 3, capture);
+    }
+  }
+
+ private:
+  Page& page_;
+  const ModelReport& report_;
+  const Style& style_;
+  Annotations all_;
 };
 
 }  // namespace
 
-std::string PrintText(const ModelReport& report) { return Printer().Print(report); }
+std::string PrintText(const ModelReport& report, const Style& style) {
+  Page page(style.colour);
+  page.Line(0, {Head(report), Ink::kBold});
+  Groups groups(page, report, style);
+  groups.Print();
+  groups.PrintCaptures();
+  PrintAccount(page, report.source, style.verbose);
+  return page.Take();
+}
+
+std::string PrintSummary(const ModelReport& report) { return Head(report) + "\n"; }
+
+std::vector<std::string> KindNames() {
+  std::vector<std::string> names;
+  for (const Kind& kind : Kinds()) names.emplace_back(kind.name);
+  names.emplace_back("captures");
+  return names;
+}
+
+}  // namespace text

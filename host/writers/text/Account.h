@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "report/Report.h"
+#include "writers/text/Page.h"
+
+namespace text {
+
+// What a model is and holds, in one line: file, format, units, annotations by kind, what was lost,
+// reduced and ignored.
+std::string Head(const ModelReport& report);
+
+// The account of what was lost, reduced and ignored, the lost first; entries of equal kind and
+// reason stand on one line. `verbose` cuts no list and tells what was ignored.
+void PrintAccount(Page& page, const SourceReport& source, bool verbose);
+
+}  // namespace text

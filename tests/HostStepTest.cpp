@@ -152,6 +152,7 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
                {"\\S\\d", "ä"},
                {"\\PB\\\\S\\3\\PA\\\\S\\3", "ł³"},
                {"\\PI\\\\S\\p", "ğ"},
+               {"\\PC\\\\S\\%", "\xEF\xBF\xBD"},
                {"\\X2\\230000D8\\X0\\1", "⌀Ø1"},
                {"\\X2\\D83DDE00\\X0\\", "😀"},
                {"\\X4\\0001F600\\X0\\", "😀"},
@@ -289,6 +290,14 @@ $,#32); => lost #50 37 it has no magnitude
 #50=GEOMETRIC_TOLERANCE_WITH_MODIFIERS('','',#22,#33,(.TANGENT_PLANE.)); => reduced #50 37 its kind is not stated
 #50=PARALLELISM_TOLERANCE('','',#22,#33,(#22)); => lost #50 37 its datum reference #22 is of an unknown kind
 )");
+  // Of what one instance lacks twenty entries are listed, the last one for all behind it.
+  const Model model =
+      ReadStepText(Document("#50=(FLATNESS_TOLERANCE()GEOMETRIC_TOLERANCE('','',#22,#32)"
+                            "GEOMETRIC_TOLERANCE_WITH_MODIFIERS((" +
+                            Repeat(".A.,", 29) + ".A.)));"),
+                   "part.stp");
+  EXPECT_EQ(model.skipped.size(), 20U);
+  EXPECT_EQ(model.skipped.back().count, 11);
   for (const char* open : {"(", "A("}) {
     Expect("#50=FLATNESS_TOLERANCE('','',#22," + Repeat(open, 10000),
            "; => lost #50 37 its lists are nested too deeply");

@@ -152,6 +152,7 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
                {"\\S\\d", "ä"},
                {"\\PB\\\\S\\3\\PA\\\\S\\3", "ł³"},
                {"\\PI\\\\S\\p", "ğ"},
+               {"\\PC\\\\S\\%", "\xEF\xBF\xBD"},
                {"\\X2\\230000D8\\X0\\1", "⌀Ø1"},
                {"\\X2\\D83DDE00\\X0\\", "😀"},
                {"\\X4\\0001F600\\X0\\", "😀"},
@@ -177,7 +178,7 @@ TEST(HostStepExchange, ReadsEveryFormOfInstancesAndParameters) {
       "FILE_SCHEMA (('ONE','AP242'));ENDSEC ;\r\nANCHOR;<a;>=#1;ENDSEC;\nREFERENCE;\n"
       "#90=<x.stp#a>;ENDSEC;\nDATA('one',('AP242'));\n"
       "#7 = A ( 'x;''(#9' , $,*, -1.5E+3, .T., \"0F\", #8, (1,(2,())), LENGTH(.5) ) ;\r\n"
-      "#8=/* ; #3 */(B()/* ( */C(#7,LIST((#7,#9)))\nB2(1));ENDSEC;\nDATA;#3=A();ENDSEC;\n"
+      "#8=/* ; #3 */(B()/* ( */C(#7,LIST((#7,#9)))\nB2(1));ENDSEC;\nDATA;\\F\\#3=A(\\N\\);ENDSEC;\n"
       "END-ISO-10303-21;\nSIGNATURE;'";
   step::Exchange file(text, "a.stp");
   EXPECT_THAT(file.Schemas(), testing::ElementsAre("ONE", "AP242"));
@@ -289,6 +290,14 @@ $,#32); => lost #50 37 it has no magnitude
 #50=GEOMETRIC_TOLERANCE_WITH_MODIFIERS('','',#22,#33,(.TANGENT_PLANE.)); => reduced #50 37 its kind is not stated
 #50=PARALLELISM_TOLERANCE('','',#22,#33,(#22)); => lost #50 37 its datum reference #22 is of an unknown kind
 )");
+  // Of what one instance lacks twenty entries are listed, the last one for all behind it.
+  const Model model =
+      ReadStepText(Document("#50=(FLATNESS_TOLERANCE()GEOMETRIC_TOLERANCE('','',#22,#32)"
+                            "GEOMETRIC_TOLERANCE_WITH_MODIFIERS((" +
+                            Repeat(".A.,", 29) + ".A.)));"),
+                   "part.stp");
+  EXPECT_EQ(model.skipped.size(), 20U);
+  EXPECT_EQ(model.skipped.back().count, 11);
   for (const char* open : {"(", "A("}) {
     Expect("#50=FLATNESS_TOLERANCE('','',#22," + Repeat(open, 10000),
            "; => lost #50 37 its lists are nested too deeply");
@@ -527,6 +536,7 @@ TEST(HostStep, DatumsHaveTheirFeaturesAndTargetsTheirPlaces) {
 'line',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20,#55),#9);#55=MEASURE_REPRESENTATION_ITEM('target length',LENGTH_MEASURE(4.),#1); => form line at (1, 2, 3) to (5, 2, 3) note "4"
 'circle',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20,#55),#9);#55=MEASURE_REPRESENTATION_ITEM('target diameter',LENGTH_MEASURE(0.5),#4); => form circle at (1, 2, 3) note "⌀0.5 inch"
 'point',#10,.T.,'1'); => lost #50 37 #54 does not exist
+'point',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#55),#9);#55=AXIS2_PLACEMENT_3D('',#56,$,$);#56=CARTESIAN_POINT('',(1.,2.,3.,4.)); => lost #50 37 a point has three coordinates
 'point',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20),#55);#55=(GLOBAL_UNIT_ASSIGNED_CONTEXT((#5,#4))REPRESENTATION_CONTEXT('','')); => form point at (25.4, 50.8, 76.2)
 )");
   Expect("", R"(

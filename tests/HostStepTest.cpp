@@ -5,10 +5,10 @@
 #include <fstream>
 #include <sstream>
 
+#include "MakeReport.h"
 #include "plugin/PluginLibrary.h"
 #include "readers/step/Exchange.h"
 #include "readers/step/StepReader.h"
-#include "report/Walk.h"
 #include "standin/Control.h"
 #include "writers/text/PrintText.h"
 
@@ -87,13 +87,8 @@ std::string TextOf(const std::string& document) {
   static const PluginLibrary plugin(PLUGIN);
   const Model model = ReadStepText(document, "part.stp");
   const auto exporter = plugin.CreateExporter(model.part->GetDocument());
-  exporter->PreProcess();
-  std::unordered_map<const void*, EntityReport> names;
-  for (const auto& [entity, label] : model.labels) names[entity] = {label.kind, {}, label.label};
-  std::string text = PrintText(WalkModel(*exporter, [&](const void* entity) {
-    const auto found = names.find(entity);
-    return found == names.end() ? nullptr : &found->second;
-  }));
+  std::string text =
+      text::PrintText(MakeReport(model, *exporter, "part.stp"), {text::By::kView, true, false});
   for (const auto& [entity, values] : model.written) {
     for (const WrittenValue& value : values) {
       text += "written " + value.field + " " + value.text + " " + value.unit + "\n";

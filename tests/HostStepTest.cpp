@@ -294,14 +294,14 @@ $,#32); => lost #50 37 it has no magnitude
 #50=GEOMETRIC_TOLERANCE_WITH_MODIFIERS('','',#22,#33,(.TANGENT_PLANE.)); => reduced #50 37 its kind is not stated
 #50=PARALLELISM_TOLERANCE('','',#22,#33,(#22)); => lost #50 37 its datum reference #22 is of an unknown kind
 )");
-  // Of what one instance lacks twenty entries are listed, the last one for all behind it.
+  // What one instance lacks again and again is one entry.
   const Model model =
       ReadStepText(Document("#50=(FLATNESS_TOLERANCE()GEOMETRIC_TOLERANCE('','',#22,#32)"
                             "GEOMETRIC_TOLERANCE_WITH_MODIFIERS((" +
                             Repeat(".A.,", 29) + ".A.)));"),
                    "part.stp");
-  EXPECT_EQ(model.skipped.size(), 20U);
-  EXPECT_EQ(model.skipped.back().count, 11);
+  ASSERT_EQ(model.skipped.size(), 1U);
+  EXPECT_EQ(model.skipped.back().count, 30);
   for (const char* open : {"(", "A("}) {
     Expect("#50=FLATNESS_TOLERANCE('','',#22," + Repeat(open, 10000),
            "; => lost #50 37 its lists are nested too deeply");
@@ -351,7 +351,7 @@ LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(.010),#4); => ⏥ | 0.254 & written magn
   Expect(Dimension("ANGULAR_LOCATION('','',#32,#33,.SMALL.)", "#53",
                    "#53=MEASURE_REPRESENTATION_ITEM('',PLANE_ANGLE_MEASURE("),
          R"(
-30.),#7); => angleBetween, angular, value 30,
+30.),#7); => angleBetween, angular, tolerance none, value 30, precision 0
 1.57079632679489662),#5); => value 90, & written value 1.57079632679489662 radian
 100.),#54);#54=(CONVERSION_BASED_UNIT('GRADIAN',#55)NAMED_UNIT(*)PLANE_ANGLE_UNIT());#55=MEASURE_WITH_UNIT(PLANE_ANGLE_MEASURE(0.015708),#5); => value 90, & written value 100 gradian
 1.),#1); => lost #50 37 it is no angle
@@ -515,16 +515,16 @@ square'); => □10
 #56=(COMPOUND_REPRESENTATION_ITEM(SET_REPRESENTATION_ITEM((#53,#57)))REPRESENTATION_ITEM('')VALUE_RANGE());#57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.1),#1); => value 10, lower 0, upper 0.1,
 #56=VALUE_RANGE('',(#53,#56,#57));#57=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(9.50),#1); => value 10, lower -0.5, upper 0, precision 0, tolerance precision 1
 #56=(MEASURE_WITH_UNIT(LENGTH_MEASURE(9.5),#1)QUALIFIED_REPRESENTATION_ITEM((#57))REPRESENTATION_ITEM('upper limit'));#57=VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.3'); => 9.500 & tolerance precision 3 & reduced #50 37 it has no value
-#56=MEASURE_REPRESENTATION_ITEM('',LENGTH_MEASURE(1.25E1),#1); => value 12.5, & precision 0,
+#56=MEASURE_REPRESENTATION_ITEM('',LENGTH_MEASURE(1.25E1),#1); => value 12.5, & precision 0
 )");
   Expect(Dimension("DIMENSIONAL_SIZE(#33,'width')", "#53",
                    "#53=(MEASURE_WITH_UNIT(LENGTH_MEASURE(10.25),#1)QUALIFIED_REPRESENTATION_ITEM(("
                    "#54))REPRESENTATION_ITEM('nominal value'));#54="),
          R"(
-TYPE_QUALIFIER('maximum'); => 10.25 MAX & precision 2,
+TYPE_QUALIFIER('maximum'); => 10.25 MAX & precision 2
 TYPE_QUALIFIER('minimum'); => 10.25 MIN
-VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.3'); => precision 3,
-VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.0'); => precision 0,
+VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.3'); => precision 3
+VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.0'); => precision 0
 PRECISION_QUALIFIER(2); => reduced #50 37 PRECISION_QUALIFIER is left out
 )");
 }
@@ -536,16 +536,16 @@ TEST(HostStep, DatumsHaveTheirFeaturesAndTargetsTheirPlaces) {
       "DEFINITION_REPRESENTATION(#52,#54);#50=PLACED_DATUM_TARGET_FEATURE('',",
       R"(
 'point',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20),#9); => point at (1, 2, 3) & [A] & targets A1 & on face "f1"
-'rectangle',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20,#55,#56),#9);#55=MEASURE_REPRESENTATION_ITEM('target length',LENGTH_MEASURE(4.),#1);#56=MEASURE_REPRESENTATION_ITEM('target width',LENGTH_MEASURE(2.),#1); => rectangle at (-1, 2, 2) to (3, 2, 4) note "4x2"
-'line',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20,#55),#9);#55=MEASURE_REPRESENTATION_ITEM('target length',LENGTH_MEASURE(4.),#1); => line at (1, 2, 3) to (5, 2, 3) note "4"
-'circle',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20,#55),#9);#55=MEASURE_REPRESENTATION_ITEM('target diameter',LENGTH_MEASURE(0.5),#4); => circle at (1, 2, 3) note "⌀0.5 inch"
+'rectangle',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20,#55,#56),#9);#55=MEASURE_REPRESENTATION_ITEM('target length',LENGTH_MEASURE(4.),#1);#56=MEASURE_REPRESENTATION_ITEM('target width',LENGTH_MEASURE(2.),#1); => rectangle at (-1, 2, 2) to (3, 2, 4) & note "4x2"
+'line',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20,#55),#9);#55=MEASURE_REPRESENTATION_ITEM('target length',LENGTH_MEASURE(4.),#1); => line at (1, 2, 3) to (5, 2, 3) & note "4"
+'circle',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20,#55),#9);#55=MEASURE_REPRESENTATION_ITEM('target diameter',LENGTH_MEASURE(0.5),#4); => circle at (1, 2, 3) & note "⌀0.5 inch"
 'point',#10,.T.,'1'); => lost #50 37 #54 does not exist
 'point',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#55),#9);#55=AXIS2_PLACEMENT_3D('',#56,$,$);#56=CARTESIAN_POINT('',(1.,2.,3.,4.)); => lost #50 37 a point has three coordinates
 'point',#10,.T.,'1');#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20),#55);#55=(GLOBAL_UNIT_ASSIGNED_CONTEXT((#5,#4))REPRESENTATION_CONTEXT('','')); => point at (25.4, 50.8, 76.2)
 )");
   Expect("", R"(
 #50=DATUM('',$,#10,.F.,'B');#51=DATUM_FEATURE('',$,#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#51,#50);#53=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#16); => [B] & on face "f3"
-#50=DATUM_TARGET('','area',#10,.T.,'2');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#52);#52=DATUM('',$,#10,.F.,'Z');#54=FEATURE_FOR_DATUM_TARGET_RELATIONSHIP('','',#33,#50); => [Z] & targets Z2 & (Z2) & form area & on face "f2", face "f3"
+#50=DATUM_TARGET('','area',#10,.T.,'2');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#52);#52=DATUM('',$,#10,.F.,'Z');#54=FEATURE_FOR_DATUM_TARGET_RELATIONSHIP('','',#33,#50); => [Z] & targets Z2 & (Z2) & area & on face "f2", face "f3"
 #50=PLACED_DATUM_TARGET_FEATURE('','point',#10,.T.,'1');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#37); => reduced #50 37 its place is not stated
 )");
 }
@@ -566,7 +566,7 @@ TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
 #74));#74=TESSELLATED_ANNOTATION_OCCURRENCE('',(),#75);#75=(GEOMETRIC_REPRESENTATION_ITEM()REPOSITIONED_TESSELLATED_ITEM(#20)TESSELLATED_GEOMETRIC_SET((#68))TESSELLATED_ITEM()); => at (3, -1, 3) x (1, 0, 0) y (0, 0, 1)
 )");
   Expect(drawn, R"(
-#55=LEADER_DIRECTED_CALLOUT('n',(#70,#72)); => text "n"  "words⏎more"
+#55=LEADER_DIRECTED_CALLOUT('n',(#70,#72)); => note "n"  "words⏎more"
 #55=DRAUGHTING_CALLOUT('n',(#70));#56=ANNOTATION_PLANE('',(),#21,(#70));#57=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#33,#39,#55); => at (1, 2, 3) x (1, 0, 0) & on face "f2", face "f3" & lost #54 37 #52
 )");
 }
@@ -601,9 +601,9 @@ TEST(HostStep, NotesHaveTheTextThatTheFileStates) {
       "#50=ANNOTATION_CURVE_OCCURRENCE('n',(),#51);#51=POLYLINE('',(#17));#52=ANNOTATION_PLANE('',("
       "),#21,(#50));",
       R"(
-#53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('','',#50,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('else','no');#58=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode string','4X'); => text "n"  "4X" & at (1, 2, 3)
-#53=ANNOTATION_TEXT_OCCURRENCE('t',(),#54);#54=TEXT_LITERAL('','alone',#20,'',.RIGHT.,$); => text "t"  "alone"
-#53=DRAUGHTING_CALLOUT('c',(#50)); => text "c"  "" & 1 note & reduced #53 37 its text is drawn and not stated
+#53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('','',#50,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('else','no');#58=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode string','4X'); => note "n"  "4X" & at (1, 2, 3)
+#53=ANNOTATION_TEXT_OCCURRENCE('t',(),#54);#54=TEXT_LITERAL('','alone',#20,'',.RIGHT.,$); => note "t"  "alone"
+#53=DRAUGHTING_CALLOUT('c',(#50)); => note "c"  "" & 1 note & reduced #53 37 its text is drawn and not stated
 #53=DRAUGHTING_CALLOUT('c',(#54));#54=ANNOTATION_PLACEHOLDER_OCCURRENCE_WITH_LEADER_LINE('',(),#21,.GPS_DATA.,1.,()); => 2 notes & reduced #53 37 it has no plane
 )");
 }
@@ -612,7 +612,7 @@ TEST(HostStep, SavedViewsHaveTheirCamerasAndMembers) {
   Expect(
       R"(#50=FLATNESS_TOLERANCE('flat','',#22,#31);#51=DRAUGHTING_CALLOUT('',());#52=ANNOTATION_PLANE('',(),#21,(#51,#52));#53=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#51);#54=DIMENSIONAL_SIZE(#32,'width');#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#54,#39,#51);#60=PLANAR_BOX('',20.,10.,#20);#61=CARTESIAN_POINT('',(0.,0.,50.));#62=CARTESIAN_POINT('',(0.,0.,0.));#63=VIEW_VOLUME(.PARALLEL.,#61,100.,0.,.F.,0.,.F.,.F.,#60);#66=VIEW_VOLUME(.CENTRAL.,#61,0.,0.,.F.,0.,.F.,.F.,#60);)",
       R"(
-#64=CAMERA_MODEL_D3('cam',#20,#63);#65=DRAUGHTING_MODEL('m',(#64,#51),#9); => "cam"  2 annotations & "cam" parallel at (1, 2, 3) to (1, 102, 3) along (0, 1, 0) up (0, 0, 1) angle 0 zoom 0.2 & annotations flat, width
+#64=CAMERA_MODEL_D3('cam',#20,#63);#65=DRAUGHTING_MODEL('m',(#64,#51),#9); => "cam"  2 annotations & "cam" parallel at (1, 2, 3) to (1, 102, 3) along (0, 1, 0) up (0, 0, 1) angle 0 zoom 0.2 & 2 annotations: "flat", "width"
 #64=CAMERA_MODEL_D3('',#20,#66);#65=DRAUGHTING_MODEL('m',(#64,#52),#9); => "m"  2 annotations & perspective at (1, -48, 3) to (1, 2, 3) along (0, 1, 0) up (0, 0, 1) angle 11.421186 zoom 0.2
 #64=CAMERA_MODEL_D3_MULTI_CLIPPING('cam',#20,#63,(#21));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam"  0 annotations & clipping plane through (1, 2, 3) normal (0, -1, 0) & 1 capture
 #64=(CAMERA_MODEL_D3(#20,#63)CAMERA_MODEL_D3_MULTI_CLIPPING((#21,#21))REPRESENTATION_ITEM('cam'));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam" parallel at (1, 2, 3) & 1 capture & reduced #64 37 the model has one clipping plane
@@ -636,9 +636,9 @@ tolerance "Perpendicularity"  ⟂ | 0.1016 | D Ⓜ
 tolerance "Angularity"  ∠ | 0.1 | D-E Ⓛ
 tolerance "General profile"  ⌓ | 0.508
 on body "base plate"
-view 5 at (62, 61, 10) x (1, 0, 0) y (0, 1, 0)
+View 5 at (62, 61, 10) x (1, 0, 0) y (0, 1, 0)
 dimension "diameter"  ⌀8 +0.1/-0.15
-diameter, diametral, value 8, lower -0.15, upper 0.1, precision 2, tolerance precision 2
+diameter, diametral, tolerance plusMinus, value 8, lower -0.15, upper 0.1, precision 2, tolerance precision 2
 dimension "thickness"  10h11
 dimension "radius"  R0.5 MAX
 dimension "linear distance"  80.2/79.9
@@ -646,13 +646,13 @@ dimension "linear distance"  [40]
 dimension "linear distance"  (50)
 dimension "linear distance"  25.4 ±0.127
 dimension "angle"  [60°]
-rectangle at (35, 43, 0) to (45, 37, 0) note "10x6"
+rectangle at (35, 43, 0) to (45, 37, 0)  note "10x6"
 note "Note"  "Deburr all edges, don't α"
 on face "top"
-"Top 上"  3 annotations
+"Top 上"  3 annotations: "Position", "diameter", "Note"
 perspective at (40, -300, 5) to (40, 0, 5) along (0, 1, 0) up (0, 0, 1) angle 18.924644 zoom 0.02
 clipping plane through (0, 25.4, 0) normal (0, 1, 0)
-annotations Flatness, angle
+2 annotations: "Flatness", "angle"
 "Plain"  0 annotations
 count bodies 1
 count edges 24
@@ -662,8 +662,7 @@ count geometricToleranceRows 7
 count datumTargets 4
 count savedViews 3
 count leaders 1
-listed 6
-totals: captures 3 datum 5 datumTarget 4 dimension 8 flagNote 0 6 tolerances roughness 0 text 1 unknown 0)");
+listed 6)");
   for (std::string line; std::getline(lines, line);) EXPECT_THAT(text, HasSubstr(Columns(line + "\n")));
   EXPECT_THAT(text, testing::Not(HasSubstr("\nlost ")));
 }

@@ -1,10 +1,17 @@
 // What a shape aspect stands for: the topology that it, or what it consists of, identifies.
 
+#include <algorithm>
+
 #include "readers/step/Reading.h"
 
 namespace step {
 
 namespace {
+
+// What derived aspects are: a middle, an axis, a plane between others ...
+constexpr const char* kGeometry[] = {
+    "AXIS1_PLACEMENT", "AXIS2_PLACEMENT_3D", "CARTESIAN_POINT",          "CIRCLE", "LINE", "PLANE",
+    "POLYLINE",        "TRIMMED_CURVE",      "B_SPLINE_CURVE_WITH_KNOTS"};
 
 class AspectReader {
  public:
@@ -31,8 +38,9 @@ class AspectReader {
     const auto found = reading_.topology.find(item);
     if (found == reading_.topology.end()) {
       if (!reading_.listedUsages.insert(of).second) return;
-      return reading_.Skip(Severity::kLost, of,
-                           "its item #" + std::to_string(item) + " is nothing of the model");
+      // What a derived aspect is derived from says what it is on; its geometry adds nothing.
+      return reading_.Skip(isDerived_ && IsGeometry(item) ? Severity::kIgnored : Severity::kLost,
+                           of, "its item #" + std::to_string(item) + " is nothing of the model");
     }
     if (added_.insert(found->second).second) entities_.push_back(found->second);
   }
@@ -47,6 +55,7 @@ class AspectReader {
       }
       return {};
     }
+    isDerived_ = !reading_.ReferrersOf(aspect, "SHAPE_ASPECT_DERIVING_RELATIONSHIP").empty();
     std::vector<Id> parts;
     for (const Id user : reading_.file.ReferrersOf(aspect)) {
       const Instance* const use = Find(user);
@@ -66,6 +75,13 @@ class AspectReader {
       }
     }
     return parts;
+  }
+
+  bool IsGeometry(Id item) {
+    const Instance* const instance = Find(item);
+    return instance != nullptr &&
+           std::any_of(std::begin(kGeometry), std::end(kGeometry),
+                       [&](const char* entity) { return instance->Find(entity) != nullptr; });
   }
 
   bool IsDatum(Id id) { return reading_.Is(id, "DATUM") || reading_.Is(id, "COMMON_DATUM"); }
@@ -92,6 +108,7 @@ class AspectReader {
   }
 
   Reading& reading_;
+  bool isDerived_ = false;  // the aspect that is being opened
   std::vector<ENTITY*> entities_;
   std::unordered_set<const ENTITY*> added_;
 };

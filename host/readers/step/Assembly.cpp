@@ -6,8 +6,6 @@ namespace step {
 
 namespace {
 
-// An assembly of many levels multiplies: more places than any drawing has, and few enough to hold.
-constexpr std::size_t kMostOccurrences = 100'000;
 constexpr int kDeepest = 50;
 
 // A simple instance has its supertype's parameters first, a complex one a record for each.
@@ -30,7 +28,8 @@ Transform Transform::Inverse() const {
   return inverse;
 }
 
-Assembly::Assembly(Reading& reading) : reading_(reading) {
+// An assembly of many levels multiplies: more places than a file of that size states by itself.
+Assembly::Assembly(Reading& reading) : reading_(reading), most_(1000 + reading.file.Size() / 1000) {
   if (reading.file.Of("NEXT_ASSEMBLY_USAGE_OCCURRENCE").empty()) {
     occurrences_.push_back({});
     return;
@@ -54,19 +53,22 @@ Assembly::Assembly(Reading& reading) : reading_(reading) {
 }
 
 Id Assembly::ProductOfShape(Id shape) {
+  const auto [known, isNew] = productOfShape_.try_emplace(shape, 0);
+  if (!isNew) return known->second;
   try {
     const Instance* instance = &reading_.Get(shape);
     if (instance->Find("PRODUCT_DEFINITION_SHAPE") == nullptr) {
       instance = &reading_.Get(instance->As("SHAPE_ASPECT").Reference(2));
     }
     const Id definition = instance->As("PROPERTY_DEFINITION").Reference(2);
-    return reading_.Is(definition, "PRODUCT_DEFINITION") ||
-                   reading_.Is(definition, "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS")
-               ? definition
-               : 0;
+    if (reading_.Is(definition, "PRODUCT_DEFINITION") ||
+        reading_.Is(definition, "PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS")) {
+      known->second = definition;
+    }
   } catch (const Unreadable&) {
-    return 0;
+    // It is of no product.
   }
+  return known->second;
 }
 
 const std::unordered_set<Id>& Assembly::ProductsOfItem(Id item) {
@@ -145,7 +147,7 @@ Transform Assembly::TransformOf(Id id, Id component) {
 }
 
 void Assembly::Place(Id product, const std::string& path, const Transform& transform, int depth) {
-  if (depth > kDeepest || occurrences_.size() >= kMostOccurrences) {
+  if (depth > kDeepest || occurrences_.size() >= most_) {
     return reading_.Skip(Severity::kLost, product,
                          "its assembly has too many components or levels");
   }

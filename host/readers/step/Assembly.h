@@ -59,7 +59,9 @@ class Assembly {
   std::unordered_map<Id, std::vector<Use>> uses_;  // by the product that contains the component
   std::unordered_map<Id, std::unordered_set<Id>> productsOfRepresentation_;
   std::unordered_map<Id, std::unordered_set<Id>> productsOfItem_;
+  std::unordered_map<Id, Id> productOfShape_;  // of those asked for
   std::unordered_set<Id> placed_;
+  std::size_t most_;  // occurrences
 };
 
 }  // namespace step

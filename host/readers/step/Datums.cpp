@@ -51,6 +51,7 @@ class DatumsReader {
     }
     std::vector<ENTITY*> entities;
     for (const Id feature : features) Append(reading_.EntitiesOf(feature), entities);
+    Append(reading_.EntitiesOf(datum.id), entities);  // its own aspect may identify topology, too
     std::vector<ATTRIB_KOVAPMI_DATUM_TARGET*> made;
     for (const Id target : targets) {
       reading_.Count("datumTargets");

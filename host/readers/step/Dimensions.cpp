@@ -1,8 +1,8 @@
 // Dimensions: sizes and locations with their values and deviations (ISO 129-1, ASME Y14.5).
 
 #include <algorithm>
-#include <cmath>
 
+#include "model/Decimals.h"
 #include "readers/step/Reading.h"
 
 namespace step {
@@ -40,12 +40,14 @@ constexpr const char* kLocations[] = {
     "DIMENSIONAL_LOCATION", "ANGULAR_LOCATION", "DIRECTED_DIMENSIONAL_LOCATION",
     "DIMENSIONAL_LOCATION_WITH_PATH", "DIMENSIONAL_LOCATION_WITH_DATUM_FEATURE"};
 
-double Difference(double a, double b) {
-  const double largest = std::max(std::abs(a), std::abs(b));
-  if (!(largest > 0)) return 0;
-  const double scale = std::pow(10, 13 - std::floor(std::log10(largest)));
-  const double scaled = (a - b) * scale;
-  return std::isfinite(scaled) ? std::round(scaled) / scale : a - b;
+// The record of a size or location, and the place of its first parameter. A simple instance that is
+// a datum feature too has the parameters of both, in either order: those of the size or location
+// begin where a reference stands, or behind the four of a shape aspect.
+std::pair<const Record*, std::uint32_t> OwnOf(const Instance& instance, bool isSize) {
+  const Record& record = instance.As(isSize ? kSizes[0] : "SHAPE_ASPECT_RELATIONSHIP");
+  const bool isBoth = record.name == (isSize ? kSizes[3] : kLocations[4]);
+  const bool isBehind = isBoth && record.At(isSize ? 0 : 3).kind != Value::kReference;
+  return {&record, isBehind ? 4 : 0};
 }
 
 class DimensionReader {
@@ -83,15 +85,15 @@ class DimensionReader {
   KOVAPMI_DIMENSION& MakeDimension() {
     std::string name;
     std::vector<ENTITY*> members;
+    const auto [own, first] = OwnOf(instance_, isSize_);
     if (isSize_) {
-      const Record& size = instance_.As("DIMENSIONAL_SIZE");
-      name = size.Text(1);
-      members = reading_.EntitiesOf(size.Reference(0));
+      name = own->Text(first + 1);
+      members = reading_.EntitiesOf(own->Reference(first));
     } else {
-      const Record& location = instance_.As("SHAPE_ASPECT_RELATIONSHIP");
-      name = location.Text(0);
-      members = reading_.EntitiesOf(location.Reference(2));
-      for (ENTITY* entity : reading_.EntitiesOf(location.Reference(3))) members.push_back(entity);
+      name = own->Text(first);
+      members = reading_.EntitiesOf(own->Reference(first + 2));
+      for (ENTITY* entity : reading_.EntitiesOf(own->Reference(first + 3)))
+        members.push_back(entity);
     }
     // Kinds are followed by more at times: "linear distance inner inner".
     DimensionKind kind =
@@ -223,8 +225,10 @@ class DimensionReader {
       fields.value_precision = value_.decimals;
       reading_.Write(*dimension_, "value", value_);
     } else {
+      fields.value_precision = kNotStated;
       reading_.Skip(Severity::kReduced, instance_.id, "it has no value", dimension_);
     }
+    fields.tolerance_precision = kNotStated;
     const char* const names[] = {"upper", "lower"};
     for (int i = 0; i < 2; ++i) {
       double& deviation = i == 0 ? fields.upper_limit : fields.lower_limit;
@@ -285,8 +289,8 @@ void ReadDimensions(Reading& reading) {
   for (const auto& [id, isSize] : all) {
     reading.Try(id, [&, id = id, isSize = isSize] {
       const Instance& instance = reading.Get(id);
-      const Id aspect = isSize ? instance.As("DIMENSIONAL_SIZE").Reference(0)
-                               : instance.As("SHAPE_ASPECT_RELATIONSHIP").Reference(2);
+      const auto [own, first] = OwnOf(instance, isSize);
+      const Id aspect = own->Reference(isSize ? first : first + 2);
       if (!reading.IsOfProduct(aspect)) return;
       reading.Count("dimensions");
       DimensionReader(reading, reading.Get(id), isSize).Read();

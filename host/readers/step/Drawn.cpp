@@ -8,7 +8,8 @@ namespace {
 
 class Collector {
  public:
-  explicit Collector(Reading& reading) : reading_(reading) {}
+  Collector(Reading& reading, const Placement& plane, double scale)
+      : reading_(reading), axes_{plane.x, cross(plane.axis, plane.x), plane.axis}, scale_(scale) {}
 
   std::optional<QENposition> Middle(Id element) {
     try {
@@ -17,13 +18,13 @@ class Collector {
       return std::nullopt;
     }
     if (points_[0].empty()) return std::nullopt;
-    double middle[3];
+    QENposition middle;
     for (std::size_t i = 0; i < 3; ++i) {
       const auto half = points_[i].begin() + static_cast<std::ptrdiff_t>(points_[i].size() / 2);
       std::nth_element(points_[i].begin(), half, points_[i].end());
-      middle[i] = *half;
+      middle = middle + *half * axes_[i];
     }
-    return QENposition(middle[0], middle[1], middle[2]);
+    return middle;
   }
 
  private:
@@ -42,15 +43,11 @@ class Collector {
       }
     } else if (const Record* set = instance.Find("TESSELLATED_GEOMETRIC_SET")) {
       const Record* const moved = instance.Find("REPOSITIONED_TESSELLATED_ITEM");
-      if (moved != nullptr) place_ = reading_.PlacementOf(moved->Reference(0));
+      if (moved != nullptr) place_ = reading_.PlacementOf(moved->Reference(0), scale_);
       for (const Value& item : set->List(set->count - 1)) Add(item.Reference(), depth + 1);
       place_.reset();
     } else if (const Record* text = instance.Find("TEXT_LITERAL")) {
-      const QENposition origin =
-          reading_.PlacementOf(text->Reference(text->count == 6 ? 2 : 1)).origin;
-      points_[0].push_back(origin.x());
-      points_[1].push_back(origin.y());
-      points_[2].push_back(origin.z());
+      AddPoint(reading_.PlacementOf(text->Reference(text->count == 6 ? 2 : 1), scale_).origin);
     } else if (instance.Find("TESSELLATED_CURVE_SET") != nullptr ||
                instance.Find("COMPLEX_TRIANGULATED_SURFACE_SET") != nullptr) {
       Add(first.Reference(1), depth + 1);
@@ -66,25 +63,30 @@ class Collector {
   void AddPoint(Id of, const Value& point) {
     if (!point.IsList() || point.size != 3) return;
     double xyz[3];
-    for (std::uint32_t i = 0; i < 3; ++i) xyz[i] = NumberOf(of, point.items[i]);
-    if (place_.has_value()) {
-      const QENvector y = cross(place_->axis, place_->x);
-      const QENposition moved =
-          place_->origin + (xyz[0] * place_->x + xyz[1] * y + xyz[2] * place_->axis);
-      xyz[0] = moved.x();
-      xyz[1] = moved.y();
-      xyz[2] = moved.z();
-    }
-    for (std::size_t i = 0; i < 3; ++i) points_[i].push_back(xyz[i]);
+    for (std::uint32_t i = 0; i < 3; ++i) xyz[i] = scale_ * NumberOf(of, point.items[i]);
+    if (!place_.has_value()) return AddPoint(reading_.Placed({xyz[0], xyz[1], xyz[2]}));
+    const QENvector y = cross(place_->axis, place_->x);
+    AddPoint(place_->origin + (xyz[0] * place_->x + xyz[1] * y + xyz[2] * place_->axis));
+  }
+
+  void AddPoint(const QENposition& point) {
+    for (std::size_t i = 0; i < 3; ++i) points_[i].push_back(dot(point - QENposition(), axes_[i]));
   }
 
   Reading& reading_;
+  QENvector axes_[3];  // of the plane: x, y and its normal
+  double scale_;
   std::unordered_set<Id> seen_;  // what refers to itself does not come twice
   std::optional<Placement> place_;
-  std::vector<double> points_[3];
+  std::vector<double> points_[3];  // along each axis
 };
 
 }  // namespace
+
+bool IsCallout(Reading& reading, Id id) {
+  return std::any_of(std::begin(kCallouts), std::end(kCallouts),
+                     [&](std::string_view callout) { return reading.Is(id, callout); });
+}
 
 bool IsPlaceholder(const Instance& occurrence) {
   for (const Record& record : occurrence.records) {
@@ -105,8 +107,9 @@ Id ItemOf(const Instance& occurrence) {
   return record.Reference(record.count == 2 ? 1 : 2);
 }
 
-std::optional<QENposition> DrawnMiddle(Reading& reading, Id element) {
-  return Collector(reading).Middle(element);
+std::optional<QENposition> DrawnMiddle(Reading& reading, Id element, const Placement& plane,
+                                       double scale) {
+  return Collector(reading, plane, scale).Middle(element);
 }
 
 }  // namespace step

@@ -111,6 +111,8 @@ class Exchange {
 
   // The schemas that the header names.
   const std::vector<std::string>& Schemas() const { return schemas_; }
+  // Of the text, in bytes.
+  std::size_t Size() const { return text_.size(); }
   std::size_t Count() const { return places_.size(); }
 
   // The instances with a record of that name, in the order of the text.

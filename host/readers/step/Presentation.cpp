@@ -25,17 +25,14 @@ void WithHolder(ENTITY& annotation, Work work) {
   }
 }
 
-constexpr std::string_view kCallouts[] = {"DRAUGHTING_CALLOUT",           "LEADER_DIRECTED_CALLOUT",
-                                          "PROJECTION_DIRECTED_CALLOUT",  "DATUM_FEATURE_CALLOUT",
-                                          "DATUM_TARGET_CALLOUT",         "DIMENSION_CALLOUT",
-                                          "GEOMETRICAL_TOLERANCE_CALLOUT"};
-
 class PresentationReader {
  public:
   explicit PresentationReader(Reading& reading) : reading_(reading) {}
 
   void Read() {
     FindPlanes();
+    FindScales();
+    FindInvisible();
     // What is meant comes before what is only pointed at: a datum by its feature.
     for (const bool byFeature : {false, true}) {
       for (const char* link : {"DRAUGHTING_MODEL_ITEM_ASSOCIATION",
@@ -61,15 +58,10 @@ class PresentationReader {
   }
 
  private:
-  bool IsCallout(Id id) {
-    return std::any_of(std::begin(kCallouts), std::end(kCallouts),
-                       [&](std::string_view callout) { return reading_.Is(id, callout); });
-  }
-
   std::vector<Id> CalloutsOf(Id element) {
     std::vector<Id> callouts;
     for (const Id user : reading_.file.ReferrersOf(element)) {
-      if (IsCallout(user)) callouts.push_back(user);
+      if (IsCallout(reading_, user)) callouts.push_back(user);
     }
     return callouts;
   }
@@ -85,6 +77,50 @@ class PresentationReader {
     }
   }
 
+  // What is drawn in another unit of length than the model's.
+  void FindScales() {
+    for (const Id id : reading_.file.Of("DRAUGHTING_MODEL")) {
+      reading_.Try(id, [&] {
+        const Record& record = reading_.Get(id).As("REPRESENTATION");
+        const double scale = reading_.units.ScaleOf(record.Reference(2));
+        if (scale == 1) return;
+        for (const Value& item : record.List(1)) scales_.emplace(item.Reference(), scale);
+      });
+    }
+  }
+
+  // The scale of an element, or of the plane that it lies in.
+  double ScaleOf(Id element, Id plane) const {
+    for (const Id id : {element, plane}) {
+      const auto found = scales_.find(id);
+      if (found != scales_.end()) return found->second;
+    }
+    return 1;
+  }
+
+  void FindInvisible() {
+    for (const Id id : reading_.file.Of("INVISIBILITY")) {
+      reading_.Try(id, [&] {
+        for (const Value& item : reading_.Get(id).As("INVISIBILITY").List(0)) {
+          invisible_.insert(item.Reference());
+        }
+      });
+    }
+  }
+
+  // Whether nothing of an element is seen: it is invisible, its plane, or all that is drawn of it.
+  bool IsInvisible(Id element, Id plane) {
+    if (invisible_.count(element) != 0 || invisible_.count(plane) != 0) return true;
+    if (invisible_.empty() || !IsCallout(reading_, element)) return false;
+    bool isDrawn = false;
+    for (const Value& content : ContentsOf(reading_.Get(element))) {
+      if (IsPlaceholder(reading_.Get(content.Reference()))) continue;
+      if (invisible_.count(content.Reference()) == 0) return false;
+      isDrawn = true;
+    }
+    return isDrawn;
+  }
+
   // The plane of an element, of what it is part of, or of what it consists of; 0 for none.
   Id PlaneOf(Id element) {
     const auto own = planes_.find(element);
@@ -93,7 +129,7 @@ class PresentationReader {
       const auto found = planes_.find(callout);
       if (found != planes_.end()) return found->second;
     }
-    if (!IsCallout(element)) return 0;
+    if (!IsCallout(reading_, element)) return 0;
     for (const Value& content : ContentsOf(reading_.Get(element))) {
       const auto found = planes_.find(content.Reference());
       if (found != planes_.end()) return found->second;
@@ -131,26 +167,30 @@ class PresentationReader {
 
   void Place(Id element, ENTITY& annotation) {
     const Id plane = PlaneOf(element);
+    if (IsInvisible(element, plane)) reading_.part.Hide(annotation);
     if (plane == 0) {
       return reading_.Skip(Severity::kReduced, element, "it has no plane", &annotation);
     }
     const Record& record = reading_.Get(plane).As("ANNOTATION_PLANE");
     const Instance& geometry = reading_.Get(record.Reference(record.count - 2));
-    Placement placement = geometry.Find("PLANE") != nullptr
-                              ? reading_.PlacementOf(geometry.records.front().Reference(1))
-                          : geometry.Find("PLANAR_BOX") != nullptr
-                              ? reading_.PlacementOf(geometry.records.front().Reference(3))
-                              : reading_.PlacementOf(geometry.id);
-    const QENposition origin = DrawnMiddle(reading_, element).value_or(placement.origin);
+    const Record& first = geometry.records.front();
+    const Id axes = geometry.Find("PLANE") != nullptr        ? first.Reference(1)
+                    : geometry.Find("PLANAR_BOX") != nullptr ? first.Reference(3)
+                                                             : geometry.id;
+    const double scale = ScaleOf(element, plane);
+    const Placement placement = reading_.PlacementOf(axes, scale);
+    const QENposition origin =
+        DrawnMiddle(reading_, element, placement, scale).value_or(placement.origin);
     WithHolder(annotation, [&](auto& holder) {
       auto& display = reading_.part.Place(holder, origin, placement.x, placement.axis);
-      AddLeaders(element, display, annotation);
+      AddLeaders(element, display, annotation, scale);
     });
   }
 
   // A leader is a curve that ends at what it points at; of what is drawn only its ends are kept.
-  void AddLeaders(Id element, KOVAPMI_DISPLAY_PROPERTIES& display, const ENTITY& annotation) {
-    if (!IsCallout(element)) return;
+  void AddLeaders(Id element, KOVAPMI_DISPLAY_PROPERTIES& display, const ENTITY& annotation,
+                  double scale) {
+    if (!IsCallout(reading_, element)) return;
     bool isDrawn = false;
     std::unordered_set<Id> seen;
     for (const Value& content : ContentsOf(reading_.Get(element))) {
@@ -168,8 +208,8 @@ class PresentationReader {
         continue;
       }
       const Value& list = points->List(points->count - 1);
-      reading_.part.AddLeader(display, reading_.PointOf(list.begin()->Reference()),
-                              reading_.PointOf((list.end() - 1)->Reference()));
+      reading_.part.AddLeader(display, reading_.PointOf(list.begin()->Reference(), scale),
+                              reading_.PointOf((list.end() - 1)->Reference(), scale));
       if (list.size > 2) {
         reading_.Skip(Severity::kReduced, id, "its break points are left out", &annotation);
       }
@@ -181,48 +221,6 @@ class PresentationReader {
     }
   }
 
-  // The text of a note: of its text occurrences, else the characters that the file states for what
-  // is drawn.
-  std::string TextOf(const Instance& element) {
-    std::string text;
-    AddText(element, text);
-    if (IsCallout(element.id)) {
-      for (const Value& content : ContentsOf(element)) {
-        AddText(reading_.Get(content.Reference()), text);
-      }
-    }
-    return text.empty() ? StatedText(element.id) : text;
-  }
-
-  // Adds a line with the text of a text occurrence; nothing of others.
-  void AddText(const Instance& occurrence, std::string& text) {
-    if (occurrence.Find("ANNOTATION_TEXT_OCCURRENCE") == nullptr) return;
-    const Instance& literal = reading_.Get(ItemOf(occurrence));
-    const Record* const record = literal.Find("TEXT_LITERAL");
-    if (record == nullptr) return;
-    // A simple instance has its name first.
-    text += (text.empty() ? "" : "\n") + record->Text(record->count == 6 ? 1 : 0);
-  }
-
-  std::string StatedText(Id element) {
-    for (const Id user : reading_.file.ReferrersOf(element)) {
-      if (!reading_.Is(user, "CHARACTERIZED_ITEM_WITHIN_REPRESENTATION")) continue;
-      for (const Id property : reading_.ReferrersOf(user, "PROPERTY_DEFINITION")) {
-        for (const Id use : reading_.ReferrersOf(property, "PROPERTY_DEFINITION_REPRESENTATION")) {
-          const Instance& shown = reading_.Get(reading_.Get(use).records.front().Reference(1));
-          for (const Value& item : shown.As("REPRESENTATION").List(1)) {
-            const Instance& text = reading_.Get(item.Reference());
-            const Record* const record = text.Find("DESCRIPTIVE_REPRESENTATION_ITEM");
-            if (record != nullptr && record->Text(0) == "equivalent unicode string") {
-              return record->Text(1);
-            }
-          }
-        }
-      }
-    }
-    return {};
-  }
-
   // A note is of the product that it points at, else of the outermost one.
   void ReadNote(const Instance& element) {
     if (!IsNoteOfProduct(element.id)) return;
@@ -230,7 +228,7 @@ class PresentationReader {
     const Record* named = element.Find("REPRESENTATION_ITEM");
     const std::string name = (named != nullptr ? *named : element.records.front()).Text(0);
     const std::vector<ENTITY*> entities = PointedAt(element.id);
-    const std::string text = TextOf(element);
+    const std::string text = NoteTextOf(reading_, element);
     auto& note = reading_.part.AddText(reading_.Carrier(entities), Wide(text).c_str());
     reading_.Describe(note, element.id, "note", name);
     reading_.shown[element.id].push_back(&note);
@@ -263,7 +261,9 @@ class PresentationReader {
   }
 
   Reading& reading_;
-  std::unordered_map<Id, Id> planes_;  // by element
+  std::unordered_map<Id, Id> planes_;      // by element
+  std::unordered_map<Id, double> scales_;  // by element or plane, where it is not one
+  std::unordered_set<Id> invisible_;
   std::unordered_set<const ENTITY*> presented_;
   std::unordered_map<Id, std::vector<ENTITY*>> shownHere_;  // in this occurrence, by element
 };

@@ -46,6 +46,8 @@ class Reading {
   // The instances that refer to one and are of a class.
   std::vector<Id> ReferrersOf(Id id, std::string_view entity);
   QENposition PointOf(Id cartesianPoint, double scale = 1);
+  // Where a point of the product's space comes to stand.
+  QENposition Placed(const QENposition& point) const;
   Placement PlacementOf(Id axis2Placement, double scale = 1);
 
   // --- Products ---
@@ -61,10 +63,11 @@ class Reading {
 
   // --- The model ---
 
-  // Lists what the model lacks of an instance, under the annotation that it belongs to. Of what one
-  // instance lacks in a row all behind the nineteenth entry stands in one.
+  // Lists what the model lacks of an instance, under the annotation that it belongs to.
   void Skip(Severity severity, Id id, const std::string& reason,
             const ENTITY* annotation = nullptr);
+  // Whether the model holds as much as one of that file's size may: parts of assemblies multiply.
+  bool IsFull() const { return model.labels.size() > 40'000 + file.Size() / 100; }
   // Gives the model away, with the account of what it lacks.
   Model Finish();
   void Count(const char* kind, long more = 1) { model.counts[kind] += more; }
@@ -89,8 +92,6 @@ class Reading {
   }
 
  private:
-  QENposition Placed(const QENposition& point) const;
-
   Account account_;
   Assembly* assembly_ = nullptr;
   const Occurrence* occurrence_ = nullptr;

@@ -23,7 +23,12 @@ bool IsStep(std::string_view text) {
 Model ReadStepText(std::string_view text, const std::string& name) {
   step::Reading reading(text, name);
   step::Assembly assembly(reading);
+  const step::Occurrence* left = nullptr;  // the first that there is no place for
   for (const step::Occurrence& occurrence : assembly.Occurrences()) {
+    if (!occurrence.path.empty() && reading.IsFull()) {
+      left = &occurrence;
+      break;
+    }
     reading.Begin(assembly, occurrence);
     step::ReadTopology(reading);
     step::ReadDatums(reading);
@@ -33,6 +38,10 @@ Model ReadStepText(std::string_view text, const std::string& name) {
   }
   // They stand in the assembly's space and show annotations of all its parts.
   reading.Begin(assembly, assembly.Occurrences().front());
+  if (left != nullptr) {
+    reading.Skip(Severity::kLost, left->product,
+                 "its assembly has too many parts to hold them all");
+  }
   step::ReadSavedViews(reading);
   return reading.Finish();
 }

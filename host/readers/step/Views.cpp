@@ -25,8 +25,8 @@ class ViewReader {
     std::string name = reading_.Get(camera_).As("REPRESENTATION_ITEM").Text(0);
     if (name.empty()) name = record.Text(0);
     reading_.Describe(capture, model_, "capture", name);
-    capture_ = &capture;
     try {
+      scale_ = reading_.units.ScaleOf(record.Reference(2));
       standin::Edit(capture).camera = &MakeCamera(name);
     } catch (const Unreadable& problem) {
       reading_.Skip(Severity::kReduced, camera_, problem.what(), &capture);
@@ -53,29 +53,34 @@ class ViewReader {
     }
   }
 
-  // The view reference system stands in the view plane, its axis towards the viewer (ISO 10303-46).
-  // The window's height gives the zoom: one over half of it.
+  // One looks from the projection point through the window, which stands in the view plane, in the
+  // view reference system (ISO 10303-46). Where the window does not stand at the plane's distance
+  // the file gives both in the model's space, and the system's axis points to the viewer. The
+  // window's height gives the zoom: one over half of it.
   KOVAPMI_CAMERA& MakeCamera(const std::string& name) {
     const Record& record = reading_.Get(camera_).As("CAMERA_MODEL_D3");
     // In a complex instance the name stands elsewhere.
     const std::uint32_t first = record.count == 2 ? 0 : 1;
-    const Placement view = reading_.PlacementOf(record.Reference(first));
+    const Placement view = reading_.PlacementOf(record.Reference(first), scale_);
     const Record& volume = reading_.Get(record.Reference(first + 1)).As("VIEW_VOLUME");
     const bool isPerspective = volume.Enumeration(0) == "CENTRAL";
-    const double distance = volume.Number(2);
+    const double distance = scale_ * volume.Number(2);
     const Record& window = reading_.Get(volume.Reference(8)).As("PLANAR_BOX");
-    const double height = window.Number(2);
+    const double height = scale_ * window.Number(2);
+    const double plane = reading_.PlacementOf(window.Reference(3), scale_).origin.z();
+    const QENposition point = reading_.PointOf(volume.Reference(1), scale_);
+    const bool isInView = std::abs(plane - distance) <= 1e-6 * std::abs(distance);
+    const bool looksAlong = isInView && distance > point.z();
     auto& camera = reading_.part.Make<KOVAPMI_CAMERA>();
     auto& fields = standin::Edit(camera);
     if (!name.empty()) fields.name = Wide(name);
     fields.type = isPerspective ? camera_perspective : camera_parallel;
-    fields.direction = -1.0 * view.axis;
+    fields.direction = (looksAlong ? 1.0 : -1.0) * view.axis;
     fields.direction_normal = cross(view.axis, view.x);
     // The eye of a perspective is the projection point; parallel views have theirs at the origin.
     QENposition eye = view.origin;
     double depth = std::abs(distance);
     if (isPerspective) {
-      const QENposition point = reading_.PointOf(volume.Reference(1));
       const QENvector y = cross(view.axis, view.x);
       eye = eye + (point.x() * view.x + point.y() * y + point.z() * view.axis);
       depth = std::abs(distance - point.z());
@@ -97,7 +102,7 @@ class ViewReader {
       const Value& planes = clipped->List(clipped->count - 1);
       if (planes.size == 0) return;
       const Instance& plane = reading_.Get(planes.begin()->Reference());
-      const Placement placement = reading_.PlacementOf(plane.As("PLANE").Reference(1));
+      const Placement placement = reading_.PlacementOf(plane.As("PLANE").Reference(1), scale_);
       auto& clipping = reading_.part.Make<KOVAPMI_CLIPPINGPLANE>();
       standin::Edit(clipping).point = placement.origin;
       standin::Edit(clipping).normal = placement.axis;
@@ -113,7 +118,7 @@ class ViewReader {
   Reading& reading_;
   Id camera_;
   Id model_;
-  const ENTITY* capture_ = nullptr;
+  double scale_ = 1;  // from the draughting model's unit of length
   std::unordered_set<const ENTITY*> seen_;
 };
 

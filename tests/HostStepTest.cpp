@@ -6,6 +6,7 @@
 #include <regex>
 #include <sstream>
 
+#include "HostProgram.h"
 #include "MakeReport.h"
 #include "plugin/PluginLibrary.h"
 #include "readers/step/Exchange.h"
@@ -335,6 +336,33 @@ TEST(HostStepExchange, WideAndCircularFilesEndInBoundedTime) {
   for (const std::string& text : cases) EXPECT_EQ(ErrorOf(Document(text)), "");
 }
 
+// What 50 levels of two components each would multiply to is left out, and listed.
+TEST(HostStepExchange, MemoryStaysInProportionToAnyFile) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer takes memory of its own";
+#endif
+  const auto numbered = [](const std::string& entity, int count) {
+    std::string all;
+    for (int i = 1000; i < 1000 + count; ++i) all += "#" + std::to_string(i) + "=" + entity + ";";
+    return all;
+  };
+  std::string levels = numbered("PRODUCT_DEFINITION('','',$,$)", 50);
+  for (int i = 0; i < 100; ++i) {
+    const int above = 1000 + i / 2;
+    levels += "#" + std::to_string(2000 + i) + "=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#" +
+              std::to_string(above) + ",#" + (above == 1049 ? "40" : std::to_string(above + 1)) +
+              ",$);";
+  }
+  const std::pair<std::string, int> files[] = {{numbered("DIMENSIONAL_SIZE(#32,'')", 100'000), 0},
+                                               {numbered("DATUM('',$,#10,.F.,'A')", 100'000), 0},
+                                               {levels, 4}};
+  for (const auto& [more, code] : files) {
+    const std::string text = Document(more);
+    EXPECT_EQ(CodeWithin(60.0 * static_cast<double>(text.size()) + 100e6, text), code)
+        << more.substr(0, 100);
+  }
+}
+
 // --- Values --------------------------------------------------------------------------------------
 
 TEST(HostStep, MeasuresAreReadInEveryFormAndUnit) {
@@ -372,9 +400,8 @@ TEST(HostStep, TolerancesOfEveryKindAreReadAloneAndInComplexInstances) {
       "_TOLERANCE()GEOMETRIC_TOLERANCE('x','',#22,#33)GEOMETRIC_TOLERANCE_WITH_DATUM_REFERENCE((#"
       "51)));";
   for (const auto& [entity, symbol] : kinds) {
-    Expect("#50=", std::string(entity) +
-                       "_TOLERANCE('x','',#22,#33); => tolerance \"x\"  " + symbol +
-                       " | 0.1\n");
+    Expect("#50=", std::string(entity) + "_TOLERANCE('x','',#22,#33); => tolerance \"x\"  " +
+                       symbol + " | 0.1\n");
     Expect("#50=(", entity + complex + frame + symbol + " | 0.1 | A & on face \"f2\", face \"f3\"");
   }
   for (const auto& [entity, symbol] : withDatum) {
@@ -430,7 +457,8 @@ SOMETHING_ELSE()); => reduced #50 37 SOMETHING_ELSE is left out
 #31); => on face "f1"
 #51);#51=ALL_AROUND_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#51,#33);#53=SHAPE_ASPECT_RELATIONSHIP('','',#51,#31); => ⏥ | 0.1 (all around) & on face "f2", face "f3", face "f1"
 #51);#51=SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#33,#51); => ⏥ | 0.1
-#51);#51=DERIVED_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_DERIVING_RELATIONSHIP('','',#51,#32); => on face "f2"
+#51);#51=DERIVED_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_DERIVING_RELATIONSHIP('','',#51,#32);#53=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#21); => on face "f2" & ignored #53
+#51);#51=DERIVED_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_DERIVING_RELATIONSHIP('','',#51,#32);#53=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#22); => on face "f2" & lost #53
 #51);#51=SHAPE_ASPECT('','',#10,.T.);#52=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#53);#53=COMPOUND_REPRESENTATION_ITEM('',LIST_REPRESENTATION_ITEM((#16,#14))); => on face "f3", face "f1"
 )");
   // The lowest row's relationship comes first.
@@ -482,6 +510,9 @@ ANGULAR_LOCATION('','',#32,#33,.SMALL.); => angleBetween, angular,
 DIMENSIONAL_LOCATION('linear distance','',#31,#32); => distance, linear, & on face "f1", face "f2"
 DIMENSIONAL_LOCATION('curved distance','',#32,#33); => curveLength, curveLength,
 DIRECTED_DIMENSIONAL_LOCATION('linear distance inner outer','',#31,#32); => distance, linear,
+DIMENSIONAL_SIZE_WITH_DATUM_FEATURE(#50,'diameter','','',#10,.T.);#51=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#50,#11,#16); => "diameter" & diameter, diametral, tolerance none & on face "f3"
+DIMENSIONAL_SIZE_WITH_DATUM_FEATURE('f','',#10,.T.,#33,'diameter'); => "diameter" & diameter, diametral, tolerance none & on face "f2", face "f3"
+DIMENSIONAL_LOCATION_WITH_DATUM_FEATURE('f','',#10,.T.,'linear distance','',#31,#33); => "linear distance" & on face "f1", face "f2", face "f3"
 )");
   const std::string ten =
       "#53=MEASURE_REPRESENTATION_ITEM('nominal value',LENGTH_MEASURE(10.),#1);";
@@ -512,8 +543,8 @@ statistical'); => after "statistical"
 square'); => □10
 )");
   Expect(Dimension("DIMENSIONAL_SIZE(#33,'width')", "#56", ten), R"(
-#56=(COMPOUND_REPRESENTATION_ITEM(SET_REPRESENTATION_ITEM((#53,#57)))REPRESENTATION_ITEM('')VALUE_RANGE());#57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.1),#1); => value 10, lower 0, upper 0.1,
-#56=VALUE_RANGE('',(#53,#56,#57));#57=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(9.50),#1); => value 10, lower -0.5, upper 0, precision 0, tolerance precision 1
+#56=(COMPOUND_REPRESENTATION_ITEM(SET_REPRESENTATION_ITEM((#53,#57)))REPRESENTATION_ITEM('')VALUE_RANGE());#57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.1),#1); => value 10, upper 0.1, precision 0, tolerance precision 1
+#56=VALUE_RANGE('',(#53,#56,#57));#57=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(9.50),#1); => value 10, lower -0.5, precision 0, tolerance precision 1
 #56=(MEASURE_WITH_UNIT(LENGTH_MEASURE(9.5),#1)QUALIFIED_REPRESENTATION_ITEM((#57))REPRESENTATION_ITEM('upper limit'));#57=VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.3'); => 9.500 & tolerance precision 3 & reduced #50 37 it has no value
 #56=MEASURE_REPRESENTATION_ITEM('',LENGTH_MEASURE(1.25E1),#1); => value 12.5, & precision 0
 )");
@@ -545,6 +576,7 @@ TEST(HostStep, DatumsHaveTheirFeaturesAndTargetsTheirPlaces) {
 )");
   Expect("", R"(
 #50=DATUM('',$,#10,.F.,'B');#51=DATUM_FEATURE('',$,#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#51,#50);#53=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#16); => [B] & on face "f3"
+#50=DATUM('',$,#10,.F.,'B');#51=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#50,#11,#16); => [B] & on face "f3"
 #50=DATUM_TARGET('','area',#10,.T.,'2');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#52);#52=DATUM('',$,#10,.F.,'Z');#54=FEATURE_FOR_DATUM_TARGET_RELATIONSHIP('','',#33,#50); => [Z] & targets Z2 & (Z2) & area & on face "f2", face "f3"
 #50=PLACED_DATUM_TARGET_FEATURE('','point',#10,.T.,'1');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#37); => reduced #50 37 its place is not stated
 )");
@@ -602,7 +634,13 @@ TEST(HostStep, NotesHaveTheTextThatTheFileStates) {
       "),#21,(#50));",
       R"(
 #53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('','',#50,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('else','no');#58=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode string','4X'); => note "n"  "4X" & at (1, 2, 3)
+#53=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#54,#39,#50);#54=PROPERTY_DEFINITION('','',#10);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('','one');#58=DESCRIPTIVE_REPRESENTATION_ITEM('','two'); => note "n"  "one⏎two"
 #53=ANNOTATION_TEXT_OCCURRENCE('t',(),#54);#54=TEXT_LITERAL('','alone',#20,'',.RIGHT.,$); => note "t"  "alone"
+#53=INVISIBILITY((#50)); => note "n"  ""  hidden
+#53=INVISIBILITY((#52)); => note "n"  ""  hidden
+#53=DRAUGHTING_CALLOUT('c',(#50));#54=INVISIBILITY((#50)); => note "c"  ""  hidden
+#53=DRAUGHTING_CALLOUT('c',(#50,#54));#54=ANNOTATION_CURVE_OCCURRENCE('',(),#51);#55=INVISIBILITY((#50)); => note "c"  ""  at
+#53=DRAUGHTING_MODEL('',(#50),#54);#54=(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNIT_ASSIGNED_CONTEXT((#2,#5))REPRESENTATION_CONTEXT('','')); => at (1000, 2000, 3000)
 #53=DRAUGHTING_CALLOUT('c',(#50)); => note "c"  "" & 1 note & reduced #53 37 its text is drawn and not stated
 #53=DRAUGHTING_CALLOUT('c',(#54));#54=ANNOTATION_PLACEHOLDER_OCCURRENCE_WITH_LEADER_LINE('',(),#21,.GPS_DATA.,1.,()); => 2 notes & reduced #53 37 it has no plane
 )");
@@ -613,6 +651,7 @@ TEST(HostStep, SavedViewsHaveTheirCamerasAndMembers) {
       R"(#50=FLATNESS_TOLERANCE('flat','',#22,#31);#51=DRAUGHTING_CALLOUT('',());#52=ANNOTATION_PLANE('',(),#21,(#51,#52));#53=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#51);#54=DIMENSIONAL_SIZE(#32,'width');#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#54,#39,#51);#60=PLANAR_BOX('',20.,10.,#20);#61=CARTESIAN_POINT('',(0.,0.,50.));#62=CARTESIAN_POINT('',(0.,0.,0.));#63=VIEW_VOLUME(.PARALLEL.,#61,100.,0.,.F.,0.,.F.,.F.,#60);#66=VIEW_VOLUME(.CENTRAL.,#61,0.,0.,.F.,0.,.F.,.F.,#60);)",
       R"(
 #64=CAMERA_MODEL_D3('cam',#20,#63);#65=DRAUGHTING_MODEL('m',(#64,#51),#9); => "cam"  2 annotations & "cam" parallel at (1, 2, 3) to (1, 102, 3) along (0, 1, 0) up (0, 0, 1) angle 0 zoom 0.2 & 2 annotations: "flat", "width"
+#64=CAMERA_MODEL_D3('in',#20,#67);#65=DRAUGHTING_MODEL('m',(#64,#51),#9);#67=VIEW_VOLUME(.PARALLEL.,#62,3.,0.,.F.,0.,.F.,.F.,#60); => "in" parallel at (1, 2, 3) to (1, -1, 3) along (0, -1, 0)
 #64=CAMERA_MODEL_D3('',#20,#66);#65=DRAUGHTING_MODEL('m',(#64,#52),#9); => "m"  2 annotations & perspective at (1, -48, 3) to (1, 2, 3) along (0, 1, 0) up (0, 0, 1) angle 11.421186 zoom 0.2
 #64=CAMERA_MODEL_D3_MULTI_CLIPPING('cam',#20,#63,(#21));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam"  0 annotations & clipping plane through (1, 2, 3) normal (0, -1, 0) & 1 capture
 #64=(CAMERA_MODEL_D3(#20,#63)CAMERA_MODEL_D3_MULTI_CLIPPING((#21,#21))REPRESENTATION_ITEM('cam'));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam" parallel at (1, 2, 3) & 1 capture & reduced #64 37 the model has one clipping plane
@@ -663,7 +702,8 @@ count datumTargets 4
 count savedViews 3
 count leaders 1
 listed 6)");
-  for (std::string line; std::getline(lines, line);) EXPECT_THAT(text, HasSubstr(Columns(line + "\n")));
+  for (std::string line; std::getline(lines, line);)
+    EXPECT_THAT(text, HasSubstr(Columns(line + "\n")));
   EXPECT_THAT(text, testing::Not(HasSubstr("\nlost ")));
 }
 

@@ -1,8 +1,6 @@
 // Documents written otherwise than usual, which say the same, and documents that are no XML.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <zlib.h>
 
 #include <filesystem>
@@ -12,6 +10,7 @@
 #include <regex>
 #include <sstream>
 
+#include "HostProgram.h"
 #include "MakeReport.h"
 #include "plugin/PluginLibrary.h"
 #include "readers/qif/QifReader.h"
@@ -339,17 +338,6 @@ TEST(HostXml, NumbersAreReadInEverySpellingAndToldWhenTheyAreNone) {
       EXPECT_THAT(problem.what(), HasSubstr(other.says)) << other.text;
     }
   }
-}
-
-// The program's exit code for a document, with so many bytes to allocate: 1 when they are too few.
-int CodeWithin(double bytes, const std::string& text) {
-  const std::string path = fs::temp_directory_path() / ("memory" + std::to_string(getpid()));
-  std::ofstream(path, std::ios::binary) << text;
-  const std::string limit = "ulimit -v " + std::to_string(static_cast<long>(bytes / 1024));
-  const std::string run = limit + "; " PROGRAM " --json " + path + " >/dev/null 2>/dev/null";
-  const int status = std::system(run.c_str());
-  fs::remove(path);
-  return WEXITSTATUS(status);
 }
 
 // In a path of elements, the QIF document itself is the outermost.

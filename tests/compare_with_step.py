@@ -199,8 +199,10 @@ class Comparison:
         if nominal is None:
             return self.check(n, "listed", "it has no value", self.listed.get(f"#{n}"))
         self.check(n, "value", value(nominal), got["value"])
-        bounds = [b for p in f.using(n, "PLUS_MINUS_TOLERANCE") for b in f.of(p[0])]
-        want = [value(b) for b in bounds] or [0.0, 0.0]
+        ranges = [p[0] for p in f.using(n, "PLUS_MINUS_TOLERANCE")]
+        bounds = [b for r in ranges for b in f.of(r, "TOLERANCE_VALUE") or []]
+        fits = [p[0] + p[2] for r in ranges if (p := f.of(r, "LIMITS_AND_FITS"))]
+        want = [value(b) for b in bounds] or [None, None]
         if "upper limit" in measures:
             bounds = [measures["lower limit"], measures["upper limit"]]
             want = [value(b) - value(nominal) for b in bounds]
@@ -211,7 +213,7 @@ class Comparison:
             if f.decimals(item) is not None:
                 self.check(n, key, f.decimals(item), got[key])
         shown = "".join(got["texts"][k] or "" for k in ("prefix", "before", "after", "suffix"))
-        self.check(n, "marks, their signs sorted", sorted("".join(f.marks(items))), sorted(shown))
+        self.check(n, "marks, their signs sorted", sorted("".join(f.marks(items) + fits)), sorted(shown))
         if said := f.validation(n).get("equivalent unicode string"):
             first, *rest = [float(x) for x in re.findall(r"[+-]?\d*\.?\d+", said.replace("- ", ""))]
             if got["lowerText"]:  # two limits instead of a value

@@ -15,10 +15,10 @@ class Parser {
   }
 
   std::unique_ptr<const Instance> Parse() {
-    // Every value but the first of a list has a comma before it, and every typed one has two more.
-    const auto places =
-        std::count_if(text_.begin(), text_.end(), [](char c) { return c == ',' || c == '('; });
-    instance_->values = std::make_unique<Value[]>(2 * static_cast<std::size_t>(places));
+    // Every value but the first of a list has a comma before it, and a typed one is two.
+    const auto commas = std::count(text_.begin(), text_.end(), ',');
+    const auto brackets = std::count(text_.begin(), text_.end(), '(');
+    instance_->values = std::make_unique<Value[]>(static_cast<std::size_t>(commas + 2 * brackets));
     next_ = instance_->values.get();
     if (Take('(')) {
       while (!Take(')')) ParseRecord();

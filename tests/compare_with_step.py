@@ -9,6 +9,7 @@ what, file, report). Exit code 1 when one differs, or fewer were compared than t
 """
 
 import json
+import math
 import re
 import subprocess
 import sys
@@ -31,7 +32,10 @@ ZONES = {"cylindrical or circular": "diametrical", "spherical": "spherical"}
 SIZES = "DIMENSIONAL_SIZE", "ANGULAR_SIZE"
 LOCATIONS = "DIMENSIONAL_LOCATION", "ANGULAR_LOCATION", "DIRECTED_DIMENSIONAL_LOCATION"
 DIMENSIONS = {"diameter": ("diameter", "diametral"), "radius": ("radius", "radial"),
-              "linear distance": ("distance", "linear"), "angle": ("angleBetween", "angular")}
+              "linear distance": ("distance", "linear"), "thickness": ("thickness", "linear"),
+              "angle": ("angleBetween", "angular")}
+LINKS = "DRAUGHTING_MODEL_ITEM_ASSOCIATION", "DRAUGHTING_MODEL_ITEM_ASSOCIATION_WITH_PLACEHOLDER"
+CAMERAS = "CAMERA_MODEL_D3", "CAMERA_MODEL_D3_MULTI_CLIPPING"
 LINEAR = {"mm": 1e-3, "cm": 1e-2, "m": 1.0, "inch": 0.0254}
 
 
@@ -82,15 +86,23 @@ class Comparison:
         occurrences = f.every("ANNOTATION_CURVE_OCCURRENCE", "ANNOTATION_TEXT_OCCURRENCE",
                               "TESSELLATED_ANNOTATION_OCCURRENCE")
         for e in callouts + [n for n in occurrences if n not in within]:
-            shown = [self.stands_for.get(p[2], p[2]) for p in
-                     f.using(e, "DRAUGHTING_MODEL_ITEM_ASSOCIATION") if "link" in p[0]]
+            links = f.using(e, *LINKS)  # those without a name count where none has one
+            links = [p for p in links if "link" in p[0]] or [p for p in links if not p[0]]
+            shown = [self.stands_for.get(p[2], p[2]) for p in links]
             self.shows[e] = [n for n in dict.fromkeys(shown) if n in self.joined]
             if not self.shows[e] and self.note(e):
                 self.shows[e] = [e]
             hidden = any(f.using(item, "INVISIBILITY") for item in [e] + f.refs(f.of(e)))
+            within = f.refs(f.of(e))
+            planes = [p for i in [e] + within for p in f.using(i, "ANNOTATION_PLANE")][:1]
+            leaders = [f.refs(f.of(c[2], "POLYLINE")) for i in within
+                       if (c := f.of(i, "LEADER_CURVE"))]
+            ends = [[f.of(p)[1] for p in (points[-1], points[0])] for points in leaders]
             for n in self.shows[e]:
                 self.check(n, "hidden", hidden, self.joined[n][1]["hidden"])
-                for plane in f.using(e, "ANNOTATION_PLANE"):
+                self.check(n, "leaders, their ends", ends, [[leader["head"], leader["tail"]]
+                           for leader in self.joined[n][1]["leaders"]])
+                for plane in planes:
                     self.place(n, f.placement(plane[2])[1:], f.points(e))
 
     def note(self, n):
@@ -100,6 +112,9 @@ class Comparison:
         got = self.join("text", n, f.of(n)[0], aspects)
         lines = [f.of(i)[1] for s in links for p in f.using(s, "PROPERTY_DEFINITION_REPRESENTATION")
                  for i in f.items(p[1])]
+        if not lines:
+            lines = [f.of(t)[1] for o in f.refs(f.of(n)) if f.of(o, "ANNOTATION_TEXT_OCCURRENCE")
+                     for t in f.refs(f.of(o)) if f.of(t, "TEXT_LITERAL")]
         if got:
             self.check(n, "text", "\n".join(lines), "\n".join(t["string"] for t in got["texts"]))
         return got
@@ -212,6 +227,8 @@ class Comparison:
         for key, item in (("precision", nominal), *(("tolerancePrecision", b) for b in bounds)):
             if f.decimals(item) is not None:
                 self.check(n, key, f.decimals(item), got[key])
+        qualifiers = f.refs(f.of(nominal, "QUALIFIED_REPRESENTATION_ITEM") or [])
+        fits += [q[0][:3].upper() for i in qualifiers if (q := f.of(i, "TYPE_QUALIFIER"))]
         shown = "".join(got["texts"][k] or "" for k in ("prefix", "before", "after", "suffix"))
         self.check(n, "marks, their signs sorted", sorted("".join(f.marks(items) + fits)), sorted(shown))
         if said := f.validation(n).get("equivalent unicode string"):
@@ -249,16 +266,18 @@ class Comparison:
         items = [i for use in uses for i in f.items(use[1])]
         sizes = [f.value(i) for i in items if f.measure(i)]
         self.check(n, "sizes", sizes, [float(x) for x in re.findall(r"[\d.]+", got["note"])])
-        places = [f.placement(i)[0] for i in items if not f.measure(i)]
-        self.check(n, "place", places, [got["point1"]])
+        places = [f.placement(i) for i in items if not f.measure(i)]
+        half = [size / 2 for size in sizes] if got["type"] == "rectangle" else [0.0, 0.0]
+        corners = [[o - half[0] * x - half[1] * y for o, x, y in zip(*p[:3])] for p in places]
+        self.check(n, "place", corners, [got["point1"]])
 
     def views(self):
         f = self.file
         cameras = {n: i for n in f.every("DRAUGHTING_MODEL") for i in f.items(n)
-                   if f.of(i, "CAMERA_MODEL_D3")}
+                   if f.of(i, *CAMERAS)}
         self.check("-", "saved views", len(cameras), len(self.report["captures"]))
         for (n, camera), got in zip(cameras.items(), self.report["captures"]):
-            name = f.of(n, "REPRESENTATION", *f.all[n])[0]
+            name = f.of(camera)[0] or f.of(n, "REPRESENTATION", *f.all[n])[0]
             self.check(n, "name, id", (name, f"#{n}"), (got["name"], got.get("id", f"#{n}")))
             within = [r for i in f.items(n) if f.of(i, "ANNOTATION_PLANE") for r in f.of(i)[3]]
             elements = [e for e in dict.fromkeys(f.items(n) + within) if e in self.shows]
@@ -268,6 +287,11 @@ class Comparison:
             self.check(n, "members", sorted(names), sorted(got["members"]["annotations"]))
             self.check(n, "ids of members", sorted(ids), sorted(got["members"].get("ids", ids)))
             self.camera(n, f.of(camera), got["camera"], elements)
+            planes = f.of(camera, "CAMERA_MODEL_D3_MULTI_CLIPPING") or [[]]
+            clipping = [[at, z] for at, _, _, z in map(f.placement, planes[-1])]
+            plane = got["clippingPlane"]
+            self.check(n, "clipping plane", clipping,
+                       [[plane["point"], plane["normal"]]] if plane else [], FLOAT, 1)
             for v in [n] + [v for v in f.users[n] if f.of(v, "MODEL_GEOMETRIC_VIEW")]:
                 if said := f.validation(v).get("number of annotations"):
                     shown = got["members"]["count"] - len(members) + len(elements)
@@ -278,8 +302,13 @@ class Comparison:
         eye, _, up, z = f.placement(stated[1])
         self.check(n, "camera's name and place", (stated[0], eye), (got["name"], got["origin"]))
         self.check(n, "camera, up", up, got["viewDirectionNormal"], FLOAT, 1)
-        height = f.of(f.of(stated[2], "VIEW_VOLUME")[8], "PLANAR_BOX")[2]
+        projection, point, distance, *_, box = f.of(stated[2], "VIEW_VOLUME")
+        height = f.of(box, "PLANAR_BOX")[2]
         self.check(n, "camera, zoom", 2 / height, got["zoom"])
+        self.check(n, "camera, projection", {"CENTRAL": "perspective"}.get(projection, "parallel"),
+                   got["type"])
+        angle = math.degrees(2 * math.atan(height / 2 / abs(distance - f.of(point)[1][2])))
+        self.check(n, "camera, angle", angle if projection == "CENTRAL" else 0.0, got["viewAngle"])
         fronts = [f.placement(p[2])[3] for e in elements for p in f.using(e, "ANNOTATION_PLANE")]
         sides = {dot(front, z) > 0 for front in fronts}
         if len(sides) == 1:  # all its annotations are read from the same side

@@ -143,10 +143,10 @@ class Exchange:
         return next((float(f[0].rpartition(".")[2]) for f in formats if f), None)
 
     def placement(self, number):
-        """(location, x, y, z) of a placement or of a plane."""
+        """(location, x, y, z) of a placement, of a plane or of a box in a plane."""
         p = self.of(number, "AXIS2_PLACEMENT_3D")
         if p is None:
-            return self.placement(self.of(number, "PLANE")[1])
+            return self.placement((self.of(number, "PLANE") or self.of(number, "PLANAR_BOX")[2:])[1])
         origin, z, x = (self.of(r)[1] for r in p[1:])
         return origin, x, cross(z, x), z
 

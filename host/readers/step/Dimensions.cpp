@@ -46,8 +46,7 @@ constexpr const char* kLocations[] = {
 std::pair<const Record*, std::uint32_t> OwnOf(const Instance& instance, bool isSize) {
   const Record& record = instance.As(isSize ? kSizes[0] : "SHAPE_ASPECT_RELATIONSHIP");
   const bool isBoth = record.name == (isSize ? kSizes[3] : kLocations[4]);
-  const bool isBehind = isBoth && record.At(isSize ? 0 : 3).kind != Value::kReference;
-  return {&record, isBehind ? 4 : 0};
+  return {&record, isBoth && record.At(isSize ? 0 : 3).kind != Value::kReference ? 4 : 0};
 }
 
 class DimensionReader {
@@ -228,8 +227,8 @@ class DimensionReader {
       fields.value_precision = kNotStated;
       reading_.Skip(Severity::kReduced, instance_.id, "it has no value", dimension_);
     }
-    fields.tolerance_precision = kNotStated;
     const char* const names[] = {"upper", "lower"};
+    fields.tolerance_precision = kNotStated;
     for (int i = 0; i < 2; ++i) {
       double& deviation = i == 0 ? fields.upper_limit : fields.lower_limit;
       pmi_text& text = i == 0 ? fields.upper_text : fields.lower_text;

@@ -1,26 +1,34 @@
 #!/usr/bin/env bash
-# Feeds damaged documents to the model reader and the whole walk behind it: cmake/fuzz.sh [SECONDS].
-# Starts from small documents cut from the bundled model, and its names; findings are left in
-# build/fuzz/findings.
+# Feeds damaged documents to the model readers and the whole walk behind them: cmake/fuzz.sh
+# [SECONDS] for each format. Starts from small pieces of the bundled models, and their names; findings
+# are left in build/fuzz/findings.
 set -eu
 cd "$(dirname "$0")/.."
 . cmake/setup.sh
 need_packages "${base_packages[@]}" clang libclang-rt-dev python3
-build fuzz qif_fuzz
-mkdir -p build/fuzz/corpus build/fuzz/findings
-python3 tests/fuzz/seeds.py models/mounting_bracket.qif build/fuzz/corpus
+build fuzz qif_fuzz step_fuzz
+mkdir -p build/fuzz/qif build/fuzz/step build/fuzz/findings
+python3 tests/fuzz/seeds.py models/mounting_bracket.qif build/fuzz/qif
+# Each piece is a paragraph of the model behind its first two, with product, units and shape.
+awk -v folder=build/fuzz/step 'BEGIN { RS = ""; ORS = "\n" }
+  NR < 3 { head = head $0 "\n"; next }
+  { file = folder "/piece" NR ".stp"; sub(/ENDSEC;\nEND-ISO-10303-21;/, "")
+    print head $0 "\nENDSEC;\nEND-ISO-10303-21;" > file }' models/*.stp
 grep -ohE '<[A-Za-z0-9]+|[A-Za-z]+="|[A-Z_]{4,}' models/*.qif | sort -u |
-  sed 's/"/\\"/g; s/.*/"&"/' >build/fuzz/names.dict
+  sed 's/"/\\"/g; s/.*/"&"/' >build/fuzz/qif.dict
+grep -ohE '[A-Z_0-9]{4,}\(?|\.[A-Z_]+\.' models/*.stp | sort -u | sed 's/.*/"&"/' >build/fuzz/step.dict
 # Documents are small: the program's bound on memory is little more than 100 MB, and the sanitizer
 # takes as much again.
 export ASAN_OPTIONS=quarantine_size_mb=16
-status=0
-build/fuzz/bin/qif_fuzz -dict=build/fuzz/names.dict -artifact_prefix=build/fuzz/findings/ \
-  -max_total_time="${1:-60}" -timeout=20 -rss_limit_mb=250 -print_final_stats=1 \
-  build/fuzz/corpus >build/fuzz/log 2>&1 || status=$?
-if [ $status -eq 0 ]; then
+for format in qif step; do
+  status=0
+  build/fuzz/bin/${format}_fuzz -dict=build/fuzz/$format.dict \
+    -artifact_prefix=build/fuzz/findings/ -max_total_time="${1:-60}" -timeout=20 \
+    -rss_limit_mb=250 -print_final_stats=1 build/fuzz/$format >build/fuzz/log 2>&1 || status=$?
+  if [ $status -ne 0 ]; then
+    tail -n 60 build/fuzz/log
+    exit $status
+  fi
+  echo "$format:"
   grep -E 'DONE|^Done|^stat::' build/fuzz/log
-else
-  tail -n 60 build/fuzz/log
-fi
-exit $status
+done

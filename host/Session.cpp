@@ -9,7 +9,9 @@
 #include <new>
 
 #include "MakeReport.h"
+#include "model/File.h"
 #include "readers/qif/QifReader.h"
+#include "readers/step/StepReader.h"
 #include "writers/json/PrintJson.h"
 #include "writers/text/Clean.h"
 
@@ -48,7 +50,7 @@ class Progress {
   bool shown_;
 };
 
-Model ReadStandardInput() {
+std::string ReadStandardInput() {
   std::string text;
   char part[65536];
   for (ssize_t count = 0; (count = read(0, part, sizeof part)) != 0;) {
@@ -57,14 +59,20 @@ Model ReadStandardInput() {
     }
     if (count > 0) text.append(part, static_cast<std::size_t>(count));
   }
-  return ReadQifText(text, kStandardInput);
+  return text;
 }
 
 std::string FileName(const std::string& model) { return model == "-" ? kStandardInput : model; }
 
+// A model of the format that the file's first bytes tell. Throws ModelError.
+Model ReadModel(const std::string& path) {
+  const std::string text = path == "-" ? ReadStandardInput() : ReadFile(path);
+  return IsStep(text) ? ReadStepText(text, FileName(path)) : ReadQifText(text, FileName(path));
+}
+
 // The report of one model. Throws ModelError or PluginError.
 ModelReport ReportOn(const PluginLibrary& plugin, const std::string& model) {
-  const Model source = model == "-" ? ReadStandardInput() : ReadQif(model);
+  const Model source = ReadModel(model);
   const auto exporter = plugin.CreateExporter(source.part->GetDocument());
   return MakeReport(source, *exporter, FileName(model));
 }

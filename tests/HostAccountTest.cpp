@@ -1,12 +1,12 @@
 // How the list of what a model lacks is kept short.
 #include <gtest/gtest.h>
 
-#include "readers/qif/Account.h"
+#include "model/Account.h"
 
 namespace {
 
 TEST(HostAccount, EntriesAreCountedCutAndLimited) {
-  qif::Account account(2);
+  Account account(2);
   const SkippedItem item{Severity::kLost, "Note", "5", "5", std::string(5000, 'x'), 7};
   for (int i = 0; i < 3; ++i) account.Add(item);
   for (const char* id : {"6", "7", "8"}) {

@@ -56,3 +56,15 @@ class HostProgram : public testing::Test {
 
   std::filesystem::path folder_;
 };
+
+// The program's exit code for a document, with so many bytes to allocate: 1 when they are too few.
+inline int CodeWithin(double bytes, const std::string& text) {
+  const std::string path =
+      std::filesystem::temp_directory_path() / ("memory" + std::to_string(getpid()));
+  std::ofstream(path, std::ios::binary) << text;
+  const std::string limit = "ulimit -v " + std::to_string(static_cast<long>(bytes / 1024));
+  const std::string run = limit + "; " PROGRAM " --json " + path + " >/dev/null 2>/dev/null";
+  const int status = std::system(run.c_str());
+  std::filesystem::remove(path);
+  return WEXITSTATUS(status);
+}

@@ -2,8 +2,6 @@
 // XML, or nothing that anybody would write in good faith.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -14,6 +12,7 @@
 #include <regex>
 
 #include "HostDocuments.h"
+#include "HostProgram.h"
 #include "readers/qif/Xml.h"
 #include "standin/Control.h"
 
@@ -329,17 +328,6 @@ TEST(HostXml, NumbersAreReadInEverySpellingAndToldWhenTheyAreNone) {
       EXPECT_THAT(problem.what(), HasSubstr(isLarge ? "larger than any number" : "not a number"));
     }
   }
-}
-
-// The program's exit code for a document, with so many bytes to allocate: 1 when they are too few.
-int CodeWithin(double bytes, const std::string& text) {
-  const std::string path = fs::temp_directory_path() / ("memory" + std::to_string(getpid()));
-  std::ofstream(path, std::ios::binary) << text;
-  const std::string limit = "ulimit -v " + std::to_string(static_cast<long>(bytes / 1024));
-  const std::string run = limit + "; " PROGRAM " --json " + path + " >/dev/null 2>/dev/null";
-  const int status = std::system(run.c_str());
-  fs::remove(path);
-  return WEXITSTATUS(status);
 }
 
 // In a path of elements, the QIF document itself is the outermost.

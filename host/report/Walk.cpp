@@ -1,5 +1,7 @@
 #include "report/Walk.h"
 
+#include <algorithm>
+
 #include "report/Answers.h"
 #include "report/EnumNames.h"
 #include "report/WalkAnnotation.h"
@@ -49,6 +51,8 @@ class Walker {
     }
     int count = 0;
     exporter_.GetViewAnnotationCount(view, count);
+    // Growing takes half as much again; a count that is too large is no reason to take it at once.
+    report.annotations.reserve(static_cast<std::size_t>(std::clamp(count, 0, 200'000)));
     for (int i = 0; i < count; ++i) {
       KOVAIdentifier annotation;
       if (!exporter_.GetViewAnnotation(view, i, annotation).IsSuccess()) continue;

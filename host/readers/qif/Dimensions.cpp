@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/Decimals.h"
 #include "readers/qif/Reading.h"
 #include "readers/qif/Text.h"
 
@@ -63,18 +64,6 @@ constexpr DimensionKind kKinds[] = {
     {"UserDefinedTime", dim_unknown, dim_sub_unknown, Measure::kPlain},
     {"UserDefinedUnit", dim_unknown, dim_sub_unknown, Measure::kPlain},
 };
-
-// The decimal places of a value or of limits that the document does not state.
-constexpr double kNotStated = -1;
-
-// a - b without what the subtraction of decimals leaves behind: 0.1 and not 0.10000000000000142.
-double Difference(double a, double b) {
-  const double largest = std::max(std::abs(a), std::abs(b));
-  if (!(largest > 0)) return 0;
-  const double scale = std::pow(10, 13 - std::floor(std::log10(largest)));
-  const double scaled = (a - b) * scale;
-  return std::isfinite(scaled) ? std::round(scaled) / scale : a - b;
-}
 
 // A written number with the decimal places that are stated for it: 35.2 with two is 35.20.
 std::string WithDecimals(std::string written, int decimals) {

@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "readers/qif/Account.h"
+#include "model/Account.h"
 #include "readers/qif/Document.h"
 #include "readers/qif/Fields.h"
 #include "readers/qif/Units.h"

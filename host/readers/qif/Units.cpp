@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "readers/qif/Account.h"
+#include "model/Account.h"
 
 namespace qif {
 

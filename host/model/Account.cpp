@@ -1,6 +1,4 @@
-#include "readers/qif/Account.h"
-
-namespace qif {
+#include "model/Account.h"
 
 namespace {
 
@@ -55,5 +53,3 @@ void Account::AddCut(SkippedItem item) {
   places_.emplace(hash, items_.size());
   items_.push_back(std::move(item));
 }
-
-}  // namespace qif

@@ -1,4 +1,5 @@
-// Any bytes as a document: the model reader, the plug-in's scan, the walk and both printers.
+// Any bytes as a document of the format that READER and READ name: the model reader, the plug-in's
+// scan, the walk and both printers.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -7,7 +8,7 @@
 
 #include "KOVAOrvoPMIExporterFactory.h"
 #include "MakeReport.h"
-#include "readers/qif/QifReader.h"
+#include READER
 #include "standin/Control.h"
 #include "writers/json/PrintJson.h"
 #include "writers/text/PrintText.h"
@@ -15,7 +16,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const long alive = standin::Count().liveEntities;
   try {
-    const Model model = ReadQifText({reinterpret_cast<const char*>(data), size}, "fuzz");
+    const Model model = READ({reinterpret_cast<const char*>(data), size}, "fuzz");
     KOVAPMIExporter* made = nullptr;
     if (KOVACreateOrvoPMIExporter(&model.part->GetDocument(), &made) != 0) std::abort();
     const std::unique_ptr<KOVAPMIExporter> exporter(made);

@@ -5,8 +5,6 @@
 
 #include "model/Model.h"
 
-namespace qif {
-
 // A text of the document as the account and the report's short texts give it: `most` bytes, and
 // dots for what is cut.
 std::string Cut(std::string_view text, std::size_t most);
@@ -30,5 +28,3 @@ class Account {
   std::vector<SkippedItem> items_;
   std::unordered_multimap<std::size_t, std::size_t> places_;  // in items_, by hash
 };
-
-}  // namespace qif

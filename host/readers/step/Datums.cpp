@@ -1,0 +1,164 @@
+// Datums, datum features and datum targets (ISO 5459, ASME Y14.5).
+
+#include <algorithm>
+
+#include "readers/step/Reading.h"
+
+namespace step {
+
+namespace {
+
+// The last parameter of a record as a text: a datum's letter, a target's number.
+std::string LastText(const Instance& instance, std::string_view entity) {
+  const Record& record = instance.As(entity);
+  return record.Text(record.count - 1);
+}
+
+class DatumsReader {
+ public:
+  explicit DatumsReader(Reading& reading) : reading_(reading) {}
+
+  void Read() {
+    for (const char* entity : {"DATUM", "COMMON_DATUM"}) {
+      for (const Id id : reading_.file.Of(entity)) {
+        if (!reading_.IsOfProduct(id)) continue;
+        reading_.Count("datums");
+        reading_.Try(id, [&] { ReadDatum(reading_.Get(id)); });
+      }
+    }
+    for (const char* entity : {"DATUM_TARGET", "PLACED_DATUM_TARGET_FEATURE"}) {
+      for (const Id id : reading_.file.Of(entity)) {
+        if (reading_.annotations.count(id) == 0 && reading_.IsOfProduct(id)) {
+          reading_.Skip(Severity::kLost, id, "it is the target of no datum");
+        }
+      }
+    }
+  }
+
+ private:
+  // The feature that defines a datum, and its targets, are related to it.
+  void ReadDatum(const Instance& datum) {
+    const std::string label = LastText(datum, "DATUM");
+    std::vector<Id> features;
+    std::vector<Id> targets;
+    for (const Id relation : reading_.ReferrersOf(datum.id, "SHAPE_ASPECT_RELATIONSHIP")) {
+      const Record& record = reading_.Get(relation).records.front();
+      const Id relating =
+          record.Reference(2) == datum.id ? record.Reference(3) : record.Reference(2);
+      const bool isTarget = reading_.Is(relating, "DATUM_TARGET") ||
+                            reading_.Is(relating, "PLACED_DATUM_TARGET_FEATURE");
+      (isTarget ? targets : features).push_back(relating);
+    }
+    std::vector<ENTITY*> entities;
+    for (const Id feature : features) Append(reading_.EntitiesOf(feature), entities);
+    Append(reading_.EntitiesOf(datum.id), entities);  // its own aspect may identify topology, too
+    std::vector<ATTRIB_KOVAPMI_DATUM_TARGET*> made;
+    for (const Id target : targets) {
+      reading_.Count("datumTargets");
+      reading_.Try(target, [&] { made.push_back(&ReadTarget(reading_.Get(target), label)); });
+    }
+    if (features.empty()) {
+      for (const Id target : targets) Append(reading_.EntitiesOf(target), entities);
+    }
+    auto& attribute = reading_.part.AddDatum(reading_.Carrier(entities), Wide(label).c_str());
+    for (auto* target : made) {
+      standin::Edit(standin::DatumOf(attribute)).targets.push_back(&standin::TargetOf(*target));
+    }
+    reading_.annotations[datum.id] = &attribute;
+    for (const Id feature : features) reading_.annotations.try_emplace(feature, &attribute);
+    reading_.Describe(attribute, datum.id, "datum", label);
+  }
+
+  static void Append(const std::vector<ENTITY*>& from, std::vector<ENTITY*>& to) {
+    for (ENTITY* entity : from) {
+      if (std::find(to.begin(), to.end(), entity) == to.end()) to.push_back(entity);
+    }
+  }
+
+  ATTRIB_KOVAPMI_DATUM_TARGET& ReadTarget(const Instance& instance, const std::string& datum) {
+    const bool isPlaced = instance.Find("PLACED_DATUM_TARGET_FEATURE") != nullptr;
+    const std::string label =
+        datum + LastText(instance, isPlaced ? "PLACED_DATUM_TARGET_FEATURE" : "DATUM_TARGET");
+    const std::string kind = instance.As("SHAPE_ASPECT").Text(1);
+    const std::vector<ENTITY*> entities = reading_.EntitiesOf(instance.id);
+    auto& attribute =
+        reading_.part.AddDatumTarget(reading_.Carrier(entities), Wide(label).c_str(), nullptr);
+    auto& target = standin::Edit(standin::TargetOf(attribute));
+    if (entities.empty()) target.geometry = nullptr;
+    target.type = kind == "point"       ? datum_target_point
+                  : kind == "line"      ? datum_target_line
+                  : kind == "circle"    ? datum_target_circle
+                  : kind == "rectangle" ? datum_target_rectangle
+                                        : datum_target_area;
+    reading_.Describe(attribute, instance.id, "datum target", label);
+    reading_.annotations[instance.id] = &attribute;
+    if (kind == "circular curve") target.type = datum_target_circle;
+    if (isPlaced) ReadPlace(instance.id, attribute, target);
+    return attribute;
+  }
+
+  // The shape of a placed target: where it is and how large.
+  void ReadPlace(Id id, const ENTITY& attribute, KOVAPMI_DATUMTGT::fields& target) {
+    for (const Id property : reading_.ReferrersOf(id, "PROPERTY_DEFINITION")) {
+      for (const Id use : reading_.ReferrersOf(property, "SHAPE_DEFINITION_REPRESENTATION")) {
+        const Instance& shape = reading_.Get(reading_.Get(use).records.front().Reference(1));
+        const Record& record = shape.As("REPRESENTATION");
+        ReadShape(record, attribute, target, reading_.units.ScaleOf(record.Reference(2)));
+        return;
+      }
+    }
+    reading_.Skip(Severity::kReduced, id, "its place is not stated", &attribute);
+  }
+
+  void ReadShape(const Record& shape, const ENTITY& attribute, KOVAPMI_DATUMTGT::fields& target,
+                 double scale) {
+    Placement placement;
+    std::string size[3];  // diameter, length, width, as written
+    double length = 0;
+    double width = 0;
+    for (const Value& item : shape.List(1)) {
+      const Id id = item.Reference();
+      if (reading_.Is(id, "AXIS2_PLACEMENT_3D")) {
+        placement = reading_.PlacementOf(id, scale);
+        target.position1 = &reading_.part.Make<APOINT>(placement.origin);
+        continue;
+      }
+      const Instance& instance = reading_.Get(id);
+      const Record* named = instance.Find("REPRESENTATION_ITEM");
+      const std::string name = (named != nullptr ? *named : instance.records.front()).Text(0);
+      const Quantity quantity = reading_.units.Measure(id, false);
+      reading_.Write(attribute, "size", quantity);
+      const std::string written = quantity.unit == reading_.units.LinearUnit()
+                                      ? quantity.written
+                                      : quantity.written + " " + quantity.unit;
+      if (name == "target diameter") size[0] = written;
+      if (name == "target length") size[1] = written, length = quantity.value;
+      if (name == "target width") size[2] = written, width = quantity.value;
+    }
+    if (!size[0].empty()) {
+      target.note = Wide("⌀" + size[0]);
+    } else if (!size[1].empty() && !size[2].empty()) {
+      target.note = Wide(size[1] + "x" + size[2]);
+    } else if (!size[1].empty()) {
+      target.note = Wide(size[1]);
+    }
+    if (target.position1 == nullptr || !(length > 0)) return;
+    // A rectangle is placed by its middle, its length along x; a line by its start.
+    const QENvector y = cross(placement.axis, placement.x);
+    const QENvector along = length * placement.x;
+    const QENvector across = width * y;
+    const bool isRectangle = target.type == datum_target_rectangle;
+    const QENposition corner =
+        isRectangle ? placement.origin + -0.5 * (along + across) : placement.origin;
+    target.position1 = &reading_.part.Make<APOINT>(corner);
+    target.position2 = &reading_.part.Make<APOINT>(corner + (along + across));
+  }
+
+  Reading& reading_;
+};
+
+}  // namespace
+
+void ReadDatums(Reading& reading) { DatumsReader(reading).Read(); }
+
+}  // namespace step

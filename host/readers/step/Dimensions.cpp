@@ -1,0 +1,300 @@
+// Dimensions: sizes and locations with their values and deviations (ISO 129-1, ASME Y14.5).
+
+#include <algorithm>
+
+#include "model/Decimals.h"
+#include "readers/step/Reading.h"
+
+namespace step {
+
+namespace {
+
+struct DimensionKind {
+  std::string_view name;  // as the size or location is called
+  dimension_type type;
+  dimension_subtype subtype;
+};
+
+constexpr DimensionKind kKinds[] = {
+    {"angle", dim_angular, dim_sub_angle},
+    {"curve length", dim_curve_length, dim_sub_curve_length},
+    {"curved distance", dim_curve_length, dim_sub_curve_length},
+    {"diameter", dim_diametral, dim_sub_diameter},
+    {"height", dim_linear, dim_sub_height},
+    {"length", dim_linear, dim_sub_length},
+    {"linear distance", dim_linear, dim_sub_distance},
+    {"radius", dim_radial, dim_sub_radius},
+    {"spherical diameter", dim_diametral, dim_sub_spherical_diameter},
+    {"spherical radius", dim_radial, dim_sub_spherical_radius},
+    {"thickness", dim_linear, dim_sub_thickness},
+    {"toroidal minor diameter", dim_diametral, dim_sub_diameter},
+    {"toroidal major diameter", dim_diametral, dim_sub_diameter},
+    {"toroidal minor radius", dim_radial, dim_sub_radius},
+    {"toroidal major radius", dim_radial, dim_sub_radius},
+    {"width", dim_linear, dim_sub_width},
+};
+
+constexpr const char* kSizes[] = {"DIMENSIONAL_SIZE", "ANGULAR_SIZE", "DIMENSIONAL_SIZE_WITH_PATH",
+                                  "DIMENSIONAL_SIZE_WITH_DATUM_FEATURE"};
+constexpr const char* kLocations[] = {
+    "DIMENSIONAL_LOCATION", "ANGULAR_LOCATION", "DIRECTED_DIMENSIONAL_LOCATION",
+    "DIMENSIONAL_LOCATION_WITH_PATH", "DIMENSIONAL_LOCATION_WITH_DATUM_FEATURE"};
+
+// The record of a size or location, and the place of its first parameter. A simple instance that is
+// a datum feature too has the parameters of both, in either order: those of the size or location
+// begin where a reference stands, or behind the four of a shape aspect.
+std::pair<const Record*, std::uint32_t> OwnOf(const Instance& instance, bool isSize) {
+  const Record& record = instance.As(isSize ? kSizes[0] : "SHAPE_ASPECT_RELATIONSHIP");
+  const bool isBoth = record.name == (isSize ? kSizes[3] : kLocations[4]);
+  return {&record, isBoth && record.At(isSize ? 0 : 3).kind != Value::kReference ? 4 : 0};
+}
+
+class DimensionReader {
+ public:
+  DimensionReader(Reading& reading, const Instance& instance, bool isSize)
+      : reading_(reading),
+        instance_(instance),
+        isSize_(isSize),
+        isAngular_(instance.Find("ANGULAR_SIZE") != nullptr ||
+                   instance.Find("ANGULAR_LOCATION") != nullptr) {}
+
+  void Read() {
+    auto& dimension = MakeDimension();
+    dimension_ = &dimension;
+    auto& fields = standin::Edit(dimension);
+    for (const Id use :
+         reading_.ReferrersOf(instance_.id, "DIMENSIONAL_CHARACTERISTIC_REPRESENTATION")) {
+      const Record& record = reading_.Get(use).records.front();
+      if (record.Reference(0) != instance_.id) continue;
+      const Instance& representation = reading_.Get(record.Reference(1));
+      const Record* items = representation.Find("REPRESENTATION");
+      if (items == nullptr) items = &representation.records.front();
+      for (const Value& item : items->List(1)) {
+        reading_.Try(instance_.id, [&] { ReadItem(item.Reference(), 0); });
+      }
+    }
+    for (const Id id : reading_.ReferrersOf(instance_.id, "PLUS_MINUS_TOLERANCE")) {
+      reading_.Try(instance_.id, [&] { ReadTolerance(reading_.Get(id)); });
+    }
+    Take(fields);
+    reading_.annotations[instance_.id] = &dimension;
+  }
+
+ private:
+  KOVAPMI_DIMENSION& MakeDimension() {
+    std::string name;
+    std::vector<ENTITY*> members;
+    const auto [own, first] = OwnOf(instance_, isSize_);
+    if (isSize_) {
+      name = own->Text(first + 1);
+      members = reading_.EntitiesOf(own->Reference(first));
+    } else {
+      name = own->Text(first);
+      members = reading_.EntitiesOf(own->Reference(first + 2));
+      for (ENTITY* entity : reading_.EntitiesOf(own->Reference(first + 3)))
+        members.push_back(entity);
+    }
+    // Kinds are followed by more at times: "linear distance inner inner".
+    DimensionKind kind =
+        isAngular_ ? DimensionKind{"", dim_angular, isSize_ ? dim_sub_angle : dim_sub_angle_between}
+        : isSize_  ? DimensionKind{"", dim_linear, dim_sub_length}
+                   : DimensionKind{"", dim_linear, dim_sub_distance};
+    for (const DimensionKind& known : kKinds) {
+      if (!isAngular_ && name.substr(0, known.name.size()) == known.name &&
+          known.name.size() > kind.name.size()) {
+        kind = known;
+      }
+    }
+    auto& dimension = reading_.part.AddDimension(members, kind.type, kind.subtype, 0);
+    reading_.Describe(dimension, instance_.id, "dimension", name);
+    for (const char* more : {"DIMENSIONAL_SIZE_WITH_PATH", "DIMENSIONAL_LOCATION_WITH_PATH",
+                             "DIRECTED_DIMENSIONAL_LOCATION"}) {
+      if (instance_.Find(more) == nullptr) continue;
+      reading_.Skip(Severity::kReduced, instance_.id,
+                    std::string_view(more) == "DIRECTED_DIMENSIONAL_LOCATION"
+                        ? "its direction is left out"
+                        : "its path is left out",
+                    &dimension);
+    }
+    if (kind.name.empty() && !isAngular_) {
+      reading_.Skip(Severity::kReduced, instance_.id, "its kind '" + name + "' is unknown",
+                    &dimension);
+    }
+    return dimension;
+  }
+
+  // An item of the representation: a value, a limit or a note.
+  void ReadItem(Id id, int depth) {
+    const Instance& item = reading_.Get(id);
+    const Record* named = item.Find("REPRESENTATION_ITEM");
+    if (named == nullptr) named = &item.records.front();
+    const std::string name = named->Text(0);
+    if (const Record* note = item.Find("DESCRIPTIVE_REPRESENTATION_ITEM")) {
+      return ReadNote(note->Text(note->count - 1));
+    }
+    if (const Record* compound = item.Find("COMPOUND_REPRESENTATION_ITEM")) {
+      return ReadItems(*compound, depth);
+    }
+    if (const Record* range = item.Find("VALUE_RANGE")) return ReadItems(*range, depth);
+    const Quantity quantity = reading_.units.Measure(id, isAngular_);
+    if (name == "upper limit" || name == "maximum") {
+      limits_[0] = quantity;
+      hasLimit_[0] = true;
+    } else if (name == "lower limit" || name == "minimum") {
+      limits_[1] = quantity;
+      hasLimit_[1] = true;
+    } else if (!hasValue_) {
+      value_ = quantity;
+      hasValue_ = true;
+    } else {
+      reading_.Skip(Severity::kLost, instance_.id, "its second value is left out", dimension_);
+    }
+    ReadQualifiers(item);
+  }
+
+  // The items of a set, each once: none holds itself.
+  void ReadItems(const Record& set, int depth) {
+    if (depth > 10) throw Unreadable(set.of, "its items are nested too deeply");
+    if (!sets_.insert(set.of).second) return;
+    for (const Value& inner : set.At(set.count - 1).Untyped()) {
+      ReadItem(inner.Reference(), depth + 1);
+    }
+  }
+
+  void ReadQualifiers(const Instance& item) {
+    const Record* const record = item.Find("QUALIFIED_REPRESENTATION_ITEM");
+    if (record == nullptr) return;
+    for (const Value& each : record->List(record->count - 1)) {
+      const Instance& qualifier = reading_.Get(each.Reference());
+      if (const Record* type = qualifier.Find("TYPE_QUALIFIER")) {
+        const std::string text = type->Text(0);
+        after_ += (after_.empty() ? "" : " ") + (text == "maximum"   ? "MAX"
+                                                 : text == "minimum" ? "MIN"
+                                                                     : text);
+      } else if (qualifier.Find("VALUE_FORMAT_TYPE_QUALIFIER") == nullptr) {
+        reading_.Skip(Severity::kReduced, instance_.id,
+                      std::string(qualifier.records.front().name) + " is left out", dimension_);
+      }
+    }
+  }
+
+  // What is said of a dimension in words (ISO 10303-47): marks around the value, and texts.
+  void ReadNote(const std::string& note) {
+    if (note == "theoretical" || note == "theoretical exact" || note == "basic") {
+      prefix_ = "[" + prefix_;
+      suffix_ += "]";
+    } else if (note == "auxiliary" || note == "reference") {
+      prefix_ = "(" + prefix_;
+      suffix_ += ")";
+    } else if (note == "square") {
+      prefix_ += "□";
+    } else {
+      after_ += (after_.empty() ? "" : " ") + note;
+    }
+  }
+
+  void ReadTolerance(const Instance& tolerance) {
+    const Instance& range = reading_.Get(tolerance.records.front().Reference(0));
+    const Record& record = range.records.front();
+    if (record.name == "LIMITS_AND_FITS") {
+      suffix_ += record.Text(0) + record.Text(2);
+      reading_.Skip(Severity::kReduced, instance_.id,
+                    "the model has the name of the fit, not its limits", dimension_);
+      return;
+    }
+    if (record.name != "TOLERANCE_VALUE") throw Unreadable(range.id, "it is no tolerance value");
+    deviations_[0] = reading_.units.Measure(record.Reference(1), isAngular_);
+    deviations_[1] = reading_.units.Measure(record.Reference(0), isAngular_);
+    // In whichever order they stand.
+    if (deviations_[0].value < deviations_[1].value) std::swap(deviations_[0], deviations_[1]);
+    hasDeviations_ = true;
+  }
+
+  std::string Shown(const Quantity& quantity) const {
+    const char* const own = quantity.isAngle ? "degree" : reading_.units.LinearUnit().c_str();
+    return quantity.unit == own ? quantity.written : quantity.written + " " + quantity.unit;
+  }
+
+  void Take(KOVAPMI_DIMENSION::fields& fields) {
+    if (hasLimit_[0] && hasLimit_[1] && limits_[0].value < limits_[1].value) {
+      std::swap(limits_[0], limits_[1]);
+    }
+    if (hasValue_) {
+      fields.value = value_.value;
+      fields.value_precision = value_.decimals;
+      reading_.Write(*dimension_, "value", value_);
+    } else {
+      fields.value_precision = kNotStated;
+      reading_.Skip(Severity::kReduced, instance_.id, "it has no value", dimension_);
+    }
+    const char* const names[] = {"upper", "lower"};
+    fields.tolerance_precision = kNotStated;
+    for (int i = 0; i < 2; ++i) {
+      double& deviation = i == 0 ? fields.upper_limit : fields.lower_limit;
+      pmi_text& text = i == 0 ? fields.upper_text : fields.lower_text;
+      const Quantity* used = nullptr;
+      if (hasDeviations_) {
+        used = &deviations_[i];
+        deviation = used->value;
+      } else if (hasLimit_[i]) {
+        used = &limits_[i];
+        deviation = Difference(used->value, fields.value);
+        text = Wide(Shown(*used));
+      }
+      if (used == nullptr) continue;
+      fields.tolerance_precision = std::max<double>(fields.tolerance_precision, used->decimals);
+      reading_.Write(*dimension_, names[i], *used);
+    }
+    if (prefix_.empty() && suffix_.empty() && after_.empty()) return;
+    fields.note = &reading_.part.Make<KOVAPMI_NOTE>();
+    auto& note = standin::Edit(*fields.note);
+    if (!prefix_.empty()) note.prefix = Wide(prefix_);
+    if (!suffix_.empty()) note.suffix = Wide(suffix_);
+    if (!after_.empty()) note.after = Wide(after_);
+  }
+
+  Reading& reading_;
+  const Instance& instance_;
+  bool isSize_;
+  bool isAngular_;
+  KOVAPMI_DIMENSION* dimension_ = nullptr;
+  Quantity value_;
+  Quantity limits_[2];      // upper, lower
+  Quantity deviations_[2];  // upper, lower
+  bool hasValue_ = false;
+  bool hasLimit_[2] = {};
+  bool hasDeviations_ = false;
+  std::string prefix_, suffix_, after_;
+  std::unordered_set<Id> sets_;
+};
+
+}  // namespace
+
+void ReadDimensions(Reading& reading) {
+  std::vector<std::pair<Id, bool>> all;
+  std::unordered_set<Id> seen;
+  const auto add = [&](const auto& entities, bool isSize) {
+    for (const char* entity : entities) {
+      for (const Id id : reading.file.Of(entity)) {
+        if (seen.insert(id).second) all.emplace_back(id, isSize);
+      }
+    }
+  };
+  add(kSizes, true);
+  add(kLocations, false);
+  std::sort(all.begin(), all.end(), [&](const auto& a, const auto& b) {
+    return reading.file.OffsetOf(a.first) < reading.file.OffsetOf(b.first);
+  });
+  for (const auto& [id, isSize] : all) {
+    reading.Try(id, [&, id = id, isSize = isSize] {
+      const Instance& instance = reading.Get(id);
+      const auto [own, first] = OwnOf(instance, isSize);
+      const Id aspect = own->Reference(isSize ? first : first + 2);
+      if (!reading.IsOfProduct(aspect)) return;
+      reading.Count("dimensions");
+      DimensionReader(reading, reading.Get(id), isSize).Read();
+    });
+  }
+}
+
+}  // namespace step

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <functional>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "model/Account.h"
+#include "model/Model.h"
+#include "readers/step/Assembly.h"
+#include "readers/step/Exchange.h"
+#include "readers/step/Units.h"
+
+namespace step {
+
+// A right-handed frame: origin, axis and the direction of x, in the model's unit of length.
+struct Placement {
+  QENposition origin;
+  QENvector axis{0, 0, 1};
+  QENvector x{1, 0, 0};
+};
+
+// A file being turned into a model: what the steps below share. Each step reads one subject.
+class Reading {
+ public:
+  // Throws ModelError for what is no exchange structure or no AP242.
+  Reading(std::string_view text, const std::string& name);
+
+  Exchange file;
+  Units units;
+  Model model;
+  standin::Part& part;
+  BODY* firstBody = nullptr;                    // of the occurrence that is being read
+  std::unordered_set<const ENTITY*> inBody;     // topology that hangs together with a body
+  std::unordered_map<Id, ENTITY*> topology;     // bodies, faces, edges, vertices
+  std::unordered_map<Id, ENTITY*> annotations;  // by the instance that says what it means
+  // By callout and annotation occurrence, of all occurrences read so far.
+  std::unordered_map<Id, std::vector<ENTITY*>> shown;
+  std::unordered_set<Id> listedUsages;  // with an item that is nothing of the model
+
+  // --- Instances ---
+
+  // An instance. Throws Unreadable when it does not exist.
+  const Instance& Get(Id id);
+  // Whether an instance is of a class; false when it does not exist.
+  bool Is(Id id, std::string_view entity);
+  // The instances that refer to one and are of a class.
+  std::vector<Id> ReferrersOf(Id id, std::string_view entity);
+  QENposition PointOf(Id cartesianPoint, double scale = 1);
+  // Where a point of the product's space comes to stand.
+  QENposition Placed(const QENposition& point) const;
+  Placement PlacementOf(Id axis2Placement, double scale = 1);
+
+  // --- Products ---
+
+  // Begins to read an occurrence: nothing of it is known yet.
+  // REQUIRES: both outlive the reading of the occurrence.
+  void Begin(Assembly& assembly, const Occurrence& occurrence);
+  // Whether a shape aspect, or a product's shape, is of the occurrence's product. What names no
+  // product is of the first one.
+  bool IsOfProduct(Id shape);
+  // Whether the occurrence's product has an item in its shape.
+  bool HasItem(Id item);
+
+  // --- The model ---
+
+  // Lists what the model lacks of an instance, under the annotation that it belongs to.
+  void Skip(Severity severity, Id id, const std::string& reason,
+            const ENTITY* annotation = nullptr);
+  // Whether the model holds as much as one of that file's size may: parts of assemblies multiply.
+  bool IsFull() const { return model.labels.size() > 40'000 + file.Size() / 100; }
+  // Gives the model away, with the account of what it lacks.
+  Model Finish();
+  void Count(const char* kind, long more = 1) { model.counts[kind] += more; }
+  // Gives an entity the instance's number, behind the occurrence's path, as id, its name (when
+  // there is one) and its label.
+  void Describe(ENTITY& entity, Id id, const char* kind, const std::string& name);
+  // Notes a value as written where its unit is not the model's.
+  void Write(const ENTITY& annotation, const char* field, const Quantity& quantity);
+  // What PMI on these entities hangs on: the entity itself, or a collection of them.
+  ENTITY& Carrier(const std::vector<ENTITY*>& entities);
+  // The topology that a shape aspect stands for, in the order of the file, each once.
+  const std::vector<ENTITY*>& EntitiesOf(Id aspect);
+
+  // Does the work for one annotation; what can't be read of it loses it.
+  template <typename Work>
+  void Try(Id id, Work work) {
+    try {
+      work();
+    } catch (const Unreadable& problem) {
+      Skip(Severity::kLost, id, problem.what());
+    }
+  }
+
+ private:
+  Account account_;
+  Assembly* assembly_ = nullptr;
+  const Occurrence* occurrence_ = nullptr;
+  std::unordered_map<Id, std::vector<ENTITY*>> entitiesOf_;  // by aspect, of this occurrence
+  std::unordered_map<const ENTITY*, std::string> ids_;       // of annotations and captures
+};
+
+// --- Steps, in order -----------------------------------------------------------------------------
+
+void ReadTopology(Reading& reading);
+void ReadDatums(Reading& reading);
+void ReadTolerances(Reading& reading);
+void ReadDimensions(Reading& reading);
+void ReadPresentation(Reading& reading);
+void ReadSavedViews(Reading& reading);
+
+// The reference frame of a tolerance; null when it names none.
+KOVAPMI_DRF* ReadFrame(Reading& reading, const Instance& tolerance);
+// Adds the shape and the projection of a tolerance's zones to its row.
+void ReadZones(Reading& reading, Id tolerance, KOVAPMI_GEOM_TOL_ROW& row, const ENTITY& annotation);
+
+std::wstring Wide(std::string_view utf8);
+
+}  // namespace step

@@ -1,0 +1,47 @@
+#include "readers/step/StepReader.h"
+
+#include <algorithm>
+
+#include "readers/step/Characters.h"
+#include "readers/step/Reading.h"
+
+bool IsStep(std::string_view text) {
+  constexpr std::string_view kStart = "ISO-10303-21";
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (step::IsBlank(text[at])) {
+      ++at;
+    } else if (text.compare(at, 2, "/*") == 0) {
+      at = std::min(text.find("*/", at + 2), text.size() - 2) + 2;
+    } else {
+      break;
+    }
+  }
+  return text.compare(at, kStart.size(), kStart) == 0;
+}
+
+Model ReadStepText(std::string_view text, const std::string& name) {
+  step::Reading reading(text, name);
+  step::Assembly assembly(reading);
+  const step::Occurrence* left = nullptr;  // the first that there is no place for
+  for (const step::Occurrence& occurrence : assembly.Occurrences()) {
+    if (!occurrence.path.empty() && reading.IsFull()) {
+      left = &occurrence;
+      break;
+    }
+    reading.Begin(assembly, occurrence);
+    step::ReadTopology(reading);
+    step::ReadDatums(reading);
+    step::ReadTolerances(reading);
+    step::ReadDimensions(reading);
+    step::ReadPresentation(reading);
+  }
+  // They stand in the assembly's space and show annotations of all its parts.
+  reading.Begin(assembly, assembly.Occurrences().front());
+  if (left != nullptr) {
+    reading.Skip(Severity::kLost, left->product,
+                 "its assembly has too many parts to hold them all");
+  }
+  step::ReadSavedViews(reading);
+  return reading.Finish();
+}

@@ -1,0 +1,216 @@
+// Bodies, faces, edges and vertices.
+
+#include "readers/step/Reading.h"
+
+namespace step {
+
+namespace {
+
+class TopologyReader {
+ public:
+  explicit TopologyReader(Reading& reading) : reading_(reading) {}
+
+  void Read() {
+    for (const char* solid : {"MANIFOLD_SOLID_BREP", "FACETED_BREP", "BREP_WITH_VOIDS"}) {
+      Each(solid, [&](const Instance& body) { ReadSolid(body); });
+    }
+    for (const char* model : {"SHELL_BASED_SURFACE_MODEL", "FACE_BASED_SURFACE_MODEL"}) {
+      Each(model, [&](const Instance& body) { ReadSurfaceModel(body); });
+    }
+    Each("EDGE_BASED_WIREFRAME_MODEL", [&](const Instance& body) { ReadWireframe(body); });
+    for (const char* set : {"GEOMETRIC_CURVE_SET", "GEOMETRIC_SET"}) {
+      Each(set, [&](const Instance& body) { ReadCurveSet(body); });
+    }
+    for (const char* tessellated : {"TESSELLATED_SOLID", "TESSELLATED_SHELL"}) {
+      Each(tessellated, [&](const Instance& body) { ReadTessellated(body); });
+    }
+  }
+
+ private:
+  template <typename Work>
+  void Each(const char* entity, Work work) {
+    for (const Id id : reading_.file.Of(entity)) {
+      if (reading_.topology.count(id) != 0 || !reading_.HasItem(id)) continue;
+      try {
+        work(reading_.Get(id));
+      } catch (const Unreadable& problem) {
+        reading_.file.FailAt(problem.Of(), problem.what());
+      }
+    }
+  }
+
+  BODY& Body(const Instance& instance) {
+    BODY& body = reading_.part.Body();
+    if (reading_.firstBody == nullptr) reading_.firstBody = &body;
+    Add(instance.id, body, "body", NameOf(instance));
+    reading_.inBody.insert(&body);
+    reading_.Count("bodies");
+    return body;
+  }
+
+  // Every item of a representation has its name first.
+  static std::string NameOf(const Instance& instance) {
+    const Record* record = instance.Find("REPRESENTATION_ITEM");
+    if (record == nullptr) record = &instance.records.front();
+    return record->count > 0 && record->values[0].kind == Value::kString ? record->Text(0)
+                                                                         : std::string();
+  }
+
+  void Add(Id id, ENTITY& entity, const char* kind, const std::string& name) {
+    reading_.topology[id] = &entity;
+    reading_.Describe(entity, id, kind, name);
+  }
+
+  void ReadSolid(const Instance& solid) {
+    BODY& body = Body(solid);
+    AddShell(solid.records.front().Reference(1), body);
+    if (solid.records.front().count <= 2) return;
+    for (const Value& shell : solid.records.front().List(2)) AddShell(shell.Reference(), body);
+  }
+
+  void ReadSurfaceModel(const Instance& model) {
+    BODY& body = Body(model);
+    for (const Value& shell : model.records.front().List(1)) AddShell(shell.Reference(), body);
+  }
+
+  // An oriented shell names the one it turns round.
+  void AddShell(Id id, BODY& body) {
+    const Instance* shell = &reading_.Get(id);
+    if (shell->Find("ORIENTED_CLOSED_SHELL") != nullptr) {
+      shell = &reading_.Get(shell->records.front().Reference(2));
+    }
+    for (const Value& face : shell->records.front().List(1)) AddFace(face.Reference(), body);
+  }
+
+  void AddFace(Id id, BODY& body) {
+    const Instance& instance = reading_.Get(id);
+    const auto known = reading_.topology.find(id);
+    if (known != reading_.topology.end()) {
+      return reading_.Skip(Severity::kIgnored, id, "it is in another body already");
+    }
+    std::vector<EDGE*> edges;
+    for (const Value& bound : instance.records.front().List(1)) {
+      const Instance& loop =
+          reading_.Get(reading_.Get(bound.Reference()).records.front().Reference(1));
+      if (loop.Find("EDGE_LOOP") == nullptr) continue;  // a vertex or a polygon bounds the face
+      for (const Value& oriented : loop.records.front().List(1)) {
+        const Instance& use = reading_.Get(oriented.Reference());
+        edges.push_back(&Edge(use.records.front().Reference(3)));
+      }
+    }
+    auto& face = reading_.part.Make<FACE>(std::move(edges));
+    entity_fields::faces(body).push_back(&face);
+    for (const EDGE* edge : face.edges()) Reach(*edge);
+    reading_.inBody.insert(&face);
+    Add(id, face, "face", NameOf(instance));
+    reading_.Count("faces");
+  }
+
+  void Reach(const EDGE& edge) {
+    reading_.inBody.insert(&edge);
+    reading_.inBody.insert(edge.start());
+    reading_.inBody.insert(edge.end());
+  }
+
+  EDGE& Edge(Id id) {
+    const auto known = reading_.topology.find(id);
+    if (known != reading_.topology.end()) {
+      if (is_EDGE(known->second) == 1) return static_cast<EDGE&>(*known->second);
+      throw Unreadable(id, "it is used as an edge and as something else");
+    }
+    const Instance& instance = reading_.Get(id);
+    const Record& record = instance.records.front();
+    auto& edge =
+        reading_.part.Make<EDGE>(&Vertex(record.Reference(1)), &Vertex(record.Reference(2)));
+    Add(id, edge, "edge", NameOf(instance));
+    reading_.Count("edges");
+    return edge;
+  }
+
+  VERTEX& Vertex(Id id) {
+    const auto known = reading_.topology.find(id);
+    if (known != reading_.topology.end()) {
+      if (is_VERTEX(known->second) == 1) return static_cast<VERTEX&>(*known->second);
+      throw Unreadable(id, "it is used as a vertex and as something else");
+    }
+    auto& vertex = reading_.part.Make<VERTEX>();
+    Add(id, vertex, "vertex", NameOf(reading_.Get(id)));
+    reading_.Count("vertices");
+    return vertex;
+  }
+
+  void ReadWireframe(const Instance& model) {
+    BODY& body = Body(model);
+    for (const Value& set : model.records.front().List(1)) {
+      for (const Value& edge : reading_.Get(set.Reference()).records.front().List(1)) {
+        AddWire(Edge(edge.Reference()), body);
+      }
+    }
+  }
+
+  void AddWire(EDGE& edge, BODY& body) {
+    if (reading_.inBody.count(&edge) != 0) return;
+    entity_fields::wires(body).push_back(&edge);
+    Reach(edge);
+  }
+
+  // A set of curves of the part's shape is a wire body with an edge for each curve, and a free
+  // vertex for each point. Sets that draw annotations are not reached from a shape.
+  void ReadCurveSet(const Instance& set) {
+    const bool isShape = [&] {
+      for (const Id user : reading_.file.ReferrersOf(set.id)) {
+        for (const char* shape : {"GEOMETRICALLY_BOUNDED_WIREFRAME_SHAPE_REPRESENTATION",
+                                  "GEOMETRICALLY_BOUNDED_SURFACE_SHAPE_REPRESENTATION",
+                                  "CONSTRUCTIVE_GEOMETRY_REPRESENTATION", "SHAPE_REPRESENTATION"}) {
+          if (reading_.Is(user, shape)) return true;
+        }
+      }
+      return false;
+    }();
+    if (!isShape) return;
+    BODY& body = Body(set);
+    reading_.Count("wireBodies");
+    for (const Value& item : set.records.front().List(1)) {
+      const Id id = item.Reference();
+      if (reading_.topology.count(id) != 0) continue;
+      const Instance& instance = reading_.Get(id);
+      if (instance.Find("CARTESIAN_POINT") != nullptr) {
+        auto& vertex = reading_.part.Make<VERTEX>();
+        entity_fields::points(body).push_back(&vertex);
+        reading_.inBody.insert(&vertex);
+        Add(id, vertex, "vertex", NameOf(instance));
+        reading_.Count("vertices");
+        continue;
+      }
+      auto& begin = reading_.part.Make<VERTEX>();
+      auto& end = reading_.part.Make<VERTEX>();
+      auto& edge = reading_.part.Make<EDGE>(&begin, &end);
+      Add(id, edge, "edge", NameOf(instance));
+      reading_.Count("edges");
+      AddWire(edge, body);
+    }
+  }
+
+  void ReadTessellated(const Instance& solid) {
+    BODY& body = Body(solid);
+    for (const Value& item : solid.records.front().List(1)) {
+      const Id id = item.Reference();
+      const Instance& instance = reading_.Get(id);
+      if (reading_.topology.count(id) != 0) continue;
+      if (instance.records.front().name.find("FACE") == std::string_view::npos) continue;
+      auto& face = reading_.part.Make<FACE>(std::vector<EDGE*>());
+      entity_fields::faces(body).push_back(&face);
+      reading_.inBody.insert(&face);
+      Add(id, face, "face", NameOf(instance));
+      reading_.Count("faces");
+    }
+  }
+
+  Reading& reading_;
+};
+
+}  // namespace
+
+void ReadTopology(Reading& reading) { TopologyReader(reading).Read(); }
+
+}  // namespace step

@@ -1,0 +1,61 @@
+// Tolerance zones: their shape, and how far they are projected (ISO 1101, ASME Y14.5).
+
+#include "readers/step/Reading.h"
+
+namespace step {
+
+namespace {
+
+mod_dia_type ZoneShape(const std::string& form) {
+  if (form == "cylindrical or circular" || form == "within a cylinder" ||
+      form == "within a circle") {
+    return mod_dia_diametrical;
+  }
+  return form == "spherical" || form == "within a sphere" ? mod_dia_spherical : mod_dia_none;
+}
+
+bool EndsWith(std::string_view text, std::string_view ending) {
+  return text.size() >= ending.size() && text.substr(text.size() - ending.size()) == ending;
+}
+
+// What defines a zone further; of that the model has the length of a projected one.
+void ReadDefinition(Reading& reading, Id id, KOVAPMI_GEOM_TOL_ROW& row, const ENTITY& tolerance) {
+  const Record& definition = reading.Get(id).records.front();
+  const std::string_view projected = "PROJECTED_ZONE_DEFINITION";
+  if (definition.name.substr(0, projected.size()) == projected) {
+    const Quantity length = reading.units.Measure(definition.Reference(3), false);
+    reading.Write(tolerance, "projected", length);
+    reading.part.AddModifier(row, zone_mod_projected_zone, length.value);
+    if (definition.name == projected) return;
+  } else if (!EndsWith(definition.name, "ZONE_DEFINITION")) {
+    return;
+  }
+  reading.Skip(Severity::kReduced, id, "the zone's further definition is left out", &tolerance);
+}
+
+}  // namespace
+
+void ReadZones(Reading& reading, Id tolerance, KOVAPMI_GEOM_TOL_ROW& row,
+               const ENTITY& annotation) {
+  for (const Id zone : reading.file.ReferrersOf(tolerance)) {
+    const bool hasDatum = reading.Is(zone, "TOLERANCE_ZONE_WITH_DATUM");
+    if (!hasDatum && !reading.Is(zone, "TOLERANCE_ZONE")) continue;
+    // In a simple instance behind what every shape aspect has.
+    const Record& record = reading.Get(zone).As("TOLERANCE_ZONE");
+    const Id formId = record.Reference(record.count == 2 ? 1 : 5);
+    const std::string form = reading.Get(formId).records.front().Text(0);
+    standin::Edit(row).zone_shape = ZoneShape(form);
+    if (form == "non uniform") {
+      reading.Skip(Severity::kReduced, zone, "that the zone is not uniform is left out",
+                   &annotation);
+    }
+    if (hasDatum) {
+      reading.Skip(Severity::kReduced, zone, "the zone's datum is left out", &annotation);
+    }
+    for (const Id user : reading.file.ReferrersOf(zone)) {
+      ReadDefinition(reading, user, row, annotation);
+    }
+  }
+}
+
+}  // namespace step

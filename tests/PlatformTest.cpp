@@ -18,20 +18,6 @@ using standin::Fault;
 
 // --- Framework -----------------------------------------------------------------------------------
 
-TEST(FrameworkResult, OrNeedsOneSuccessAndAndNeedsBoth) {
-  const struct {
-    long a, b, either, both;
-  } kFolds[] = {{0, 0, 0, 0}, {0, 5, 0, 5}, {5, 0, 0, 5}, {5, 7, 5, 5}};
-  for (const auto& [a, b, either, both] : kFolds) {
-    KOVAResult folded(a);
-    EXPECT_THAT(folded |= KOVAResult(b), HasCode(either)) << a << "|=" << b;
-    EXPECT_THAT(folded, HasCode(either));
-    folded = a;
-    EXPECT_THAT(folded &= KOVAResult(b), HasCode(both)) << a << "&=" << b;
-    EXPECT_THAT(folded, HasCode(both));
-  }
-}
-
 TEST(FrameworkIdentifier, ComparesNamesByContentOnlyWhereBothHaveNoObject) {
   standin::Part part;
   KOVARepresentation* const rep = part.GetDocument().GetBRep();
@@ -113,18 +99,6 @@ TEST(KernelList, RemovedEntitiesLeaveAnEmptyPlaceThatIterationSkips) {
   EXPECT_EQ(list.add(made[1]), 3);
 }
 
-// Comparing with one entity after the other would take several times as long.
-TEST(KernelList, ChecksManyEntitiesInLittleTime) {
-  const auto start = std::chrono::steady_clock::now();
-  ENTITY_LIST list;
-  for (int pass = 0; pass < 2; ++pass) {
-    for (std::uintptr_t i = 1; i <= 300'000; ++i) list.add(reinterpret_cast<ENTITY*>(i * 16));
-  }
-  EXPECT_EQ(list.count(), 300'000);
-  EXPECT_EQ(list.lookup(reinterpret_cast<ENTITY*>(std::uintptr_t{77'777} * 16)), 77'776);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-}
-
 // --- Kernel context and faults -------------------------------------------------------------------
 
 PLANE* MakePlane() { return new (1, __FILE__, __LINE__) PLANE(plane()); }
@@ -196,17 +170,6 @@ TEST(StandinFault, FiresOnceAtItsCallAndSaysSo) {
 template <typename... Enums>
 void ExpectFallback(int strange) {
   EXPECT_EQ((... + static_cast<int>(KOVAOrvoPMIEnumUtils::ToEnum(static_cast<Enums>(strange)))), 0);
-}
-
-TEST(ImporterEnums, MapByMeaningAndFallBackToTheFirst) {
-  using Utils = KOVAOrvoPMIEnumUtils;
-  EXPECT_EQ(Utils::ToEnum(dim_chamfer), DimensionMainTypeChamfer);
-  EXPECT_EQ(Utils::ToEnum(callout_feature_spotface), CalloutFeatureAnnotationTypeSpotface);
-  for (const int strange : {-1, 1000}) {
-    ExpectFallback<dimension_type, dimension_subtype, callout_feature_annotation_type, tol_type,
-                   mod_dia_type, zone_modifier_type, datum_target_type, roughness_obtention_type,
-                   roughness_applicability_type, camera_type>(strange);
-  }
 }
 
 }  // namespace

@@ -18,6 +18,7 @@ if(TARGET qif_reader)
   set(package_dependencies LibXml2 ZLIB)
   install(FILES host/model/Model.h DESTINATION ${header_folder}/model)
   install(FILES host/readers/qif/QifReader.h DESTINATION ${header_folder}/readers/qif)
+  install(FILES host/readers/step/StepReader.h DESTINATION ${header_folder}/readers/step)
   install(FILES models/mounting_bracket.qif
     DESTINATION ${CMAKE_INSTALL_DATADIR}/KOVAOrvoPMIExporter)
   file(RELATIVE_PATH libraries /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})

@@ -31,7 +31,7 @@ void CheckModels(const std::vector<std::string>& models) {
 
 std::optional<Options> ParseCommandLine(int argc, char** argv, int& exitCode) {
   Options options;
-  CLI::App app("Reports the product manufacturing information of CAD models (QIF 3.0)",
+  CLI::App app("Reports the product manufacturing information of CAD models (QIF 3.0, STEP AP242)",
                "pmi_report");
   app.footer(kExitCodes);
   app.set_version_flag("--version", kProgram);

@@ -65,7 +65,7 @@ std::string EscapeControls(const std::string& json) {
     const std::size_t length =
         std::max<std::size_t>(Character(std::string_view(json).substr(at), code), 1);
     if (code >= 0x7F && IsControl(code)) {
-      char text[8];
+      char text[16];
       std::snprintf(text, sizeof text, "\\u%04x", code);
       escaped += text;
     } else {

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <map>
 
 namespace {
@@ -21,9 +22,16 @@ const std::map<std::string, text::By>& Groupings() {
 }
 
 // Standard input can be read once.
-void CheckModels(const std::vector<std::string>& models) {
+void CheckFiles(const std::vector<std::string>& models, const std::string& output) {
   if (std::count(models.begin(), models.end(), "-") > 1) {
     throw CLI::ValidationError("MODEL", "standard input, -, can be named once");
+  }
+  for (const std::string& model : models) {
+    std::error_code missing;
+    if (std::filesystem::is_regular_file(output, missing) &&
+        std::filesystem::equivalent(model, output, missing)) {
+      throw CLI::ValidationError("--output", output + " is one of the models");
+    }
   }
 }
 
@@ -65,7 +73,7 @@ std::optional<Options> ParseCommandLine(int argc, char** argv, int& exitCode) {
                  "The plug-in to load (default: the one that comes with the program)");
   try {
     app.parse(argc, argv);
-    CheckModels(options.models);
+    CheckFiles(options.models, options.output);
   } catch (const CLI::ParseError& error) {
     exitCode = app.exit(error);
     return {};

@@ -72,6 +72,7 @@ TEST_F(HostCommand, ArgumentsHaveTheirExitCodesAndMessages) {
       {"--kind datum,datums", 105, "", "datums not in {datum,datumTarget,geometricTolerance,"},
       {"--by size", 105, "", "size not in {kind,view,face,capture}"},
       {"- -", 105, "", "standard input, -, can be named once"},
+      {nothing_ + " --output " + nothing_, 105, "", "nothing.qif is one of the models"},
       {"--json --by view", 108, "", "--json excludes --by"},
       {"--json --summary", 108, "", "--json excludes --summary"},
       {"--jsn", 109, "", "--jsn"},

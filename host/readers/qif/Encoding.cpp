@@ -124,7 +124,7 @@ void RequireText(std::string_view bytes) {
   const std::size_t first = bytes.find_first_not_of(" \t\r\n");
   if (first == std::string_view::npos) throw Malformed("the document is empty");
   if (StartsWith(bytes.substr(first), "ISO-10303-21")) {
-    throw Malformed("this is a STEP file; export the model as QIF 3.0");
+    throw Malformed("this is a STEP file in another form; give it plain, not compressed");
   }
   if (StartsWith(bytes, "PK\3\4") || StartsWith(bytes, "PK\5\6")) {
     throw Malformed("this is a zip archive; unpack it and name the document in it");

@@ -5,7 +5,19 @@
 #include "readers/step/Characters.h"
 #include "readers/step/Reading.h"
 
-bool IsStep(std::string_view text) {
+namespace {
+
+// A byte-order mark is no part of the encoding, and some write one.
+std::string_view WithoutMark(std::string_view text) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  if (text.substr(0, kMark.size()) == kMark) text.remove_prefix(kMark.size());
+  return text;
+}
+
+}  // namespace
+
+bool IsStep(std::string_view bytes) {
+  const std::string_view text = WithoutMark(bytes);
   constexpr std::string_view kStart = "ISO-10303-21";
   std::size_t at = 0;
   while (at < text.size()) {
@@ -21,7 +33,7 @@ bool IsStep(std::string_view text) {
 }
 
 Model ReadStepText(std::string_view text, const std::string& name) {
-  step::Reading reading(text, name);
+  step::Reading reading(WithoutMark(text), name);
   step::Assembly assembly(reading);
   const step::Occurrence* left = nullptr;  // the first that there is no place for
   for (const step::Occurrence& occurrence : assembly.Occurrences()) {

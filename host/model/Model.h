@@ -21,7 +21,7 @@ enum class Severity {
 
 // Something that the document holds and the model does not, or not wholly. Long texts are cut.
 struct SkippedItem {
-  Severity severity;
+  Severity severity;       // how much is missing because of it
   std::string kind;        // the document's element name
   std::string id;          // of the element, or of what it belongs to; empty when there is none
   std::string annotation;  // id of the annotation or capture that it belongs to; empty for none

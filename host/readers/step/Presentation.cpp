@@ -3,27 +3,12 @@
 
 #include <algorithm>
 
+#include "model/WithDisplay.h"
 #include "readers/step/Drawn.h"
 
 namespace step {
 
 namespace {
-
-// Gives work the display properties that an annotation has, wherever it keeps them.
-template <typename Work>
-void WithHolder(ENTITY& annotation, Work work) {
-  if (is_KOVAPMI_DIMENSION(&annotation) == 1) {
-    work(static_cast<KOVAPMI_DIMENSION&>(annotation));
-  } else if (is_ATTRIB_KOVAPMI_GEOM_TOL(&annotation) == 1) {
-    work(static_cast<ATTRIB_KOVAPMI_GEOM_TOL&>(annotation));
-  } else if (is_ATTRIB_KOVAPMI_DATUM(&annotation) == 1) {
-    work(standin::DatumOf(static_cast<ATTRIB_KOVAPMI_DATUM&>(annotation)));
-  } else if (is_ATTRIB_KOVAPMI_DATUM_TARGET(&annotation) == 1) {
-    work(standin::TargetOf(static_cast<ATTRIB_KOVAPMI_DATUM_TARGET&>(annotation)));
-  } else if (is_ATTRIB_KOVAPMI_TEXT(&annotation) == 1) {
-    work(static_cast<ATTRIB_KOVAPMI_TEXT&>(annotation));
-  }
-}
 
 class PresentationReader {
  public:
@@ -181,7 +166,7 @@ class PresentationReader {
     const Placement placement = reading_.PlacementOf(axes, scale);
     const QENposition origin =
         DrawnMiddle(reading_, element, placement, scale).value_or(placement.origin);
-    WithHolder(annotation, [&](auto& holder) {
+    WithDisplay(annotation, [&](auto& holder) {
       auto& display = reading_.part.Place(holder, origin, placement.x, placement.axis);
       AddLeaders(element, display, annotation, scale);
     });

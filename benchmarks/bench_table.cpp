@@ -40,8 +40,15 @@ const Row rows[] = {
     {"memory_planes", "bytes per annotation, with plane", "-", 900, "bytes"},
     {"memory_null", "bytes per annotation, null view", "-", 400, "bytes"},
     {"qif", "reading a QIF document and reporting", "libxml2 parsing it, nothing else", 2},
+    {"qif_write", "reading a QIF document and writing it as QIF", "reading it", 2},
+    {"step", "reading a STEP file and reporting", "splitting it into instances, nothing else", 3},
+    {"step_growth", "pmi_report, STEP instances doubled: time", "half the size", 2.2},
+    {"step_growth", "pmi_report, STEP instances doubled: memory", "half the size", 2.2,
+     "memory_ratio"},
+    {"step_memory", "memory for each byte of a STEP file", "-", 10, "bytes"},
     {"pmi_report", "pmi_report, annotations doubled: time", "half the size", 2.2},
     {"pmi_report", "pmi_report, annotations doubled: memory", "half the size", 2.2, "memory_ratio"},
+    {"check", "checking the PMI, what it adds", "reporting on it", 1},
 };
 
 // The medians of all cases by row, in the order of their measurement.

@@ -20,6 +20,9 @@ grep -ohE '[A-Z_0-9]{4,}\(?|\.[A-Z_]+\.' models/*.stp | sort -u | sed 's/.*/"&"/
 # Documents are small: the program's bound on memory is little more than 100 MB, and the sanitizer
 # takes as much again.
 export ASAN_OPTIONS=quarantine_size_mb=16
+# A machine to itself does 500 executions a second and more; a loaded one must not fail for that. Fewer
+# than this means that inputs have become slow, or that seeds are whole documents again.
+least=200
 for format in qif step; do
   status=0
   build/fuzz/bin/${format}_fuzz -dict=build/fuzz/$format.dict \
@@ -31,4 +34,9 @@ for format in qif step; do
   fi
   echo "$format:"
   grep -E 'DONE|^Done|^stat::' build/fuzz/log
+  speed=$(sed -n 's/^stat::average_exec_per_sec: *//p' build/fuzz/log)
+  if [ "$speed" -lt $least ]; then
+    echo "fuzz: $format had $speed executions a second, fewer than $least" >&2
+    exit 1
+  fi
 done

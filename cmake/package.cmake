@@ -16,7 +16,7 @@ endif()
 if(TARGET qif_reader)
   list(APPEND package_libraries model qif_reader step_reader)
   set(package_dependencies LibXml2 ZLIB)
-  install(FILES host/model/Model.h DESTINATION ${header_folder}/model)
+  install(FILES host/model/Drawing.h host/model/Model.h DESTINATION ${header_folder}/model)
   install(FILES host/readers/qif/QifReader.h DESTINATION ${header_folder}/readers/qif)
   install(FILES host/readers/step/StepReader.h DESTINATION ${header_folder}/readers/step)
   install(FILES models/mounting_bracket.qif

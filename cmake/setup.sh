@@ -27,7 +27,10 @@ need_packages() {
 }
 
 base_packages=(g++ cmake ninja-build libxml2-dev zlib1g-dev nlohmann-json3-dev libcli11-dev libgtest-dev
-  libgmock-dev)
+  libgmock-dev libjs-three)
+
+# A browser, and what drives it in the tests of the page.
+page_packages=(chromium chromium-driver python3-selenium fonts-dejavu-core)
 
 # quietly COMMAND ...: runs it and shows what it printed only when it fails.
 quietly() {

@@ -1,5 +1,6 @@
 #include "MakeReport.h"
 
+#include "pmi_entities/pmi_semantics.h"
 #include "report/Walk.h"
 
 namespace {
@@ -34,6 +35,16 @@ ModelReport MakeReport(const Model& model, KOVAPMIExporter& exporter, const std:
       written.push_back({value.field, value.text, value.unit});
     }
     return written;
+  };
+  names.members = [&](const void* object) {
+    const auto* const entity = static_cast<const ENTITY*>(object);
+    std::vector<void*> members;
+    // A plug-in may name anything; only what the reader made is an entity.
+    if (model.labels.count(object) == 0 || !is_KOVAPMI_CAPTURE(entity)) return members;
+    const ENTITY_LIST& list = static_cast<const KOVAPMI_CAPTURE*>(entity)->GetMembers();
+    list.init();
+    while (ENTITY* member = list.next()) members.push_back(member);
+    return members;
   };
   ModelReport report = WalkModel(exporter, names);
   SourceReport& source = report.source;

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// What a signal has to take away before it ends the program.
+// The unfinished file, which a signal handler removes before the program ends.
 char unfinished[4096];
 
 void TakeAwayAndEnd(int signal) {
@@ -49,11 +49,16 @@ Output::Output(const std::string& path) : name_(path) {
   mode_ = exists ? there.st_mode & 0777U : 0666U & ~mask;
   std::error_code error;
   fs::path target = path;
-  // A link to what is not there yet.
-  if (!exists && fs::is_symlink(target, error))
-    target = target.parent_path() / fs::read_symlink(path);
-  target_ = fs::weakly_canonical(target, error).string();
+  if (exists) {
+    target = fs::canonical(target, error);
+  } else {
+    // A link to a file that does not exist yet. The folder has to exist.
+    if (fs::is_symlink(target, error)) target = target.parent_path() / fs::read_symlink(path);
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : ".";
+    target = fs::canonical(folder, error) / target.filename();
+  }
   if (error) Fail(error.value());
+  target_ = target.string();
   MakeTemporary();
 }
 
@@ -66,7 +71,7 @@ void Output::MakeTemporary() {
   if (name.size() < sizeof unfinished) {
     std::strcpy(unfinished, name.c_str());
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-      // What whoever started the program ignores stays ignored.
+      // A signal that was ignored when the program started stays ignored.
       if (std::signal(signal, TakeAwayAndEnd) == SIG_IGN) std::signal(signal, SIG_IGN);
     }
   }

@@ -13,23 +13,23 @@ class OutputError : public std::runtime_error {
 //
 // A file is written under another name in its folder and takes its name's place when it is
 // finished; until then, and when anything fails, what was there before stays. It keeps the
-// permissions of what it replaces. A symbolic link stays one: what it names is replaced. What is no
-// regular file, such as a pipe or /dev/stdout, is written straight away.
+// permissions of what it replaces. The target of a symbolic link is replaced, the link stays. A
+// pipe, /dev/stdout or anything else that is not a regular file is written to directly.
 class Output {
  public:
   // An empty path or "-" is standard output. Throws OutputError.
   explicit Output(const std::string& path);
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
-  // Takes an unfinished file away.
+  // Removes an unfinished file.
   ~Output();
 
   // Throws OutputError.
   void Write(const std::string& text);
-  // Puts the file in its place; when nothing was written, leaves what is there. Throws OutputError.
+  // Moves the file to its place; when nothing was written, leaves the old one. Throws OutputError.
   void Finish();
   bool IsTerminal() const;
-  // Whether it is a terminal that shows colours, and nobody asked for none (NO_COLOR, TERM=dumb).
+  // Whether it is a terminal that shows colours; false when NO_COLOR or TERM=dumb forbids them.
   bool ShowsColour() const;
 
  private:
@@ -37,8 +37,8 @@ class Output {
   void MakeTemporary();
 
   std::string name_;       // for messages
-  std::string target_;     // the file to replace; empty when there is none
-  std::string temporary_;  // what is written until then; empty when there is none
+  std::string target_;     // the file to replace; empty for standard output and devices
+  std::string temporary_;  // the unfinished file; empty when there is none
   int file_ = 1;
   unsigned mode_ = 0;
   bool written_ = false;

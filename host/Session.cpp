@@ -12,15 +12,18 @@
 #include "model/File.h"
 #include "readers/qif/QifReader.h"
 #include "readers/step/StepReader.h"
+#include "report/Clean.h"
+#include "writers/html/PrintPage.h"
 #include "writers/json/PrintJson.h"
-#include "writers/text/Clean.h"
+#include "writers/qif/PrintQif.h"
 
 namespace {
 
 constexpr const char* kStandardInput = "standard input";
 
 ExitCode Worse(ExitCode a, ExitCode b) {
-  for (const ExitCode code : {kExitNotWritten, kExitBadPlugin, kExitBadModel, kExitLost}) {
+  for (const ExitCode code :
+       {kExitNotWritten, kExitBadPlugin, kExitBadModel, kExitFindings, kExitLost}) {
     if (a == code || b == code) return code;
   }
   return kExitGood;
@@ -64,15 +67,17 @@ std::string ReadStandardInput() {
 
 std::string FileName(const std::string& model) { return model == "-" ? kStandardInput : model; }
 
-// A model of the format that the file's first bytes tell. Throws ModelError.
-Model ReadModel(const std::string& path) {
+// A model of the format that the file's first bytes tell, and its drawing when that is not null.
+// Throws ModelError.
+Model ReadModel(const std::string& path, Drawing* drawing) {
   const std::string text = path == "-" ? ReadStandardInput() : ReadFile(path);
-  return IsStep(text) ? ReadStepText(text, FileName(path)) : ReadQifText(text, FileName(path));
+  return IsStep(text) ? ReadStepText(text, FileName(path), drawing)
+                      : ReadQifText(text, FileName(path), drawing);
 }
 
-// The report of one model. Throws ModelError or PluginError.
-ModelReport ReportOn(const PluginLibrary& plugin, const std::string& model) {
-  const Model source = ReadModel(model);
+// The report of one model, and its drawing when that is not null. Throws ModelError or PluginError.
+ModelReport ReportOn(const PluginLibrary& plugin, const std::string& model, Drawing* drawing) {
+  const Model source = ReadModel(model, drawing);
   const auto exporter = plugin.CreateExporter(source.part->GetDocument());
   return MakeReport(source, *exporter, FileName(model));
 }
@@ -98,7 +103,8 @@ Session::Session(const Options& options)
     : options_(options),
       plugin_(options.plugin),
       alone_(options.models.size() == 1),
-      output_(options.output) {}
+      output_(options.html.empty() ? options.output : options.html),
+      table_(options.check) {}
 
 ExitCode Session::Run() {
   Progress progress(options_.models.size());
@@ -107,13 +113,11 @@ ExitCode Session::Run() {
     progress.Show(i, options_.models[i]);
     const Answer answer = Ask(options_.models[i]);
     progress.Clear();
-    if (answer.report) {
-      worst = Worse(worst, Write(*answer.report));
-    } else {
-      Say(answer.message);
-      WriteRefused(FileName(options_.models[i]), answer.message);
-      worst = Worse(worst, answer.code);
-    }
+    if (answer.report && options_.qif) worst = Worse(worst, WriteQif(*answer.report));
+    if (answer.report && !options_.qif) Write(*answer.report, answer.drawing);
+    if (!answer.message.empty()) Say(answer.message);
+    if (!answer.report) WriteRefused(FileName(options_.models[i]), answer.message);
+    worst = Worse(worst, answer.code);
   }
   if (options_.summary && !alone_) output_.Write(table_.Print());
   output_.Finish();
@@ -122,27 +126,45 @@ ExitCode Session::Run() {
 
 Session::Answer Session::Ask(const std::string& model) const {
   try {
-    ModelReport report = ReportOn(plugin_, model);
+    Drawing drawing;
+    ModelReport report = ReportOn(plugin_, model, options_.html.empty() ? nullptr : &drawing);
+    if (options_.check) report.checks = checks::Check(report, options_.rules);
+    const std::string errors = text::ErrorLine(report);
+    const std::string loss = text::LossLine(report, options_.strict);
     const std::vector<std::string> missing = Select(options_.selection, report);
-    if (!missing.empty()) return {{}, kExitBadModel, NoCapture(missing, report)};
-    return {std::move(report), kExitGood, ""};
+    if (!missing.empty()) return {{}, {}, kExitBadModel, NoCapture(missing, report)};
+    ExitCode code = errors.empty() ? kExitLost : kExitFindings;
+    std::string message = errors.empty() || loss.empty() ? errors + loss : errors + "; " + loss;
+    if (message.empty()) {
+      code = kExitGood;
+    } else {
+      message = FileName(model) + ": " + message;
+    }
+    return {std::move(report), std::move(drawing), code, message};
   } catch (const ModelError& error) {
-    return {{}, kExitBadModel, error.what()};
+    return {{}, {}, kExitBadModel, error.what()};
   } catch (const std::bad_alloc&) {
-    return {{}, kExitBadModel, FileName(model) + ": not enough memory"};
+    return {{}, {}, kExitBadModel, FileName(model) + ": not enough memory"};
   } catch (const std::exception& error) {
-    return {{}, kExitBadPlugin, FileName(model) + ": " + error.what()};
+    return {{}, {}, kExitBadPlugin, FileName(model) + ": " + error.what()};
   }
 }
 
-ExitCode Session::Write(const ModelReport& report) {
-  if (options_.json) {
-    PrintJson(report, kProgram, alone_ ? 2 : -1,
-              [this](const std::string& piece) { WriteJson(piece); });
+void Session::Write(const ModelReport& report, const Drawing& drawing) {
+  if (!options_.html.empty()) {
+    const auto printReport = [&report](const html::Sink& sink) {
+      json::PrintJson(report, kProgram, -1, sink);
+    };
+    html::PrintPage(report, drawing, printReport,
+                    [this](const std::string& piece) { output_.Write(piece); });
+  } else if (options_.json) {
+    json::PrintJson(report, kProgram, alone_ ? 2 : -1,
+                    [this](const std::string& piece) { WriteJson(piece); });
     output_.Write("\n");
   } else if (!options_.summary) {
     text::Style style = options_.style;
     style.colour = output_.ShowsColour();
+    style.selection = options_.selection;
     output_.Write((blank_ ? "\n" : "") + text::PrintText(report, style));
     blank_ = true;
   } else if (alone_) {
@@ -150,15 +172,23 @@ ExitCode Session::Write(const ModelReport& report) {
   } else {
     table_.Add(report);
   }
-  const std::string loss = text::LossLine(report, options_.strict);
-  if (loss.empty()) return kExitGood;
-  Say(report.source.file + ": " + loss);
-  return kExitLost;
+}
+
+ExitCode Session::WriteQif(const ModelReport& report) {
+  const qif_writer::QifDocument document = qif_writer::PrintQif(report, kProgram);
+  output_.Write(document.text);
+  bool hasLost = false;
+  for (const SkippedReport& omission : document.omitted) {
+    Say(report.source.file + ": not in QIF: " + qif_writer::LineFor(omission));
+    hasLost = hasLost || omission.severity == "lost" ||
+              (options_.strict && omission.severity == "reduced");
+  }
+  return hasLost ? kExitLost : kExitGood;
 }
 
 void Session::WriteRefused(const std::string& file, const std::string& message) {
   if (alone_) return;
-  if (options_.json) WriteJson(PrintJsonError(file, message, kProgram, -1) + "\n");
+  if (options_.json) WriteJson(json::PrintJsonError(file, message, kProgram, -1) + "\n");
   if (options_.summary) table_.AddRefused(file);
 }
 

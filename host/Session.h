@@ -2,14 +2,16 @@
 
 #include "CommandLine.h"
 #include "Output.h"
+#include "model/Drawing.h"
 #include "plugin/PluginLibrary.h"
 #include "writers/text/Table.h"
 
-// What the program ends with; of several models' codes, the one that stands first here counts.
+// Exit codes. Of several models' codes the first in this order counts.
 enum ExitCode {
   kExitNotWritten = 1,
   kExitBadPlugin = 3,
   kExitBadModel = 2,
+  kExitFindings = 5,
   kExitLost = 4,
   kExitGood = 0,
 };
@@ -25,14 +27,17 @@ class Session {
   ExitCode Run();
 
  private:
-  // A report, or why there is none.
+  // A report, with what to say of losses; or only the reason why the model was refused.
   struct Answer {
     std::optional<ModelReport> report;
+    Drawing drawing;  // empty unless a page is written
     ExitCode code = kExitGood;
-    std::string message;
+    std::string message;  // empty when there is nothing to say
   };
   Answer Ask(const std::string& model) const;
-  ExitCode Write(const ModelReport& report);
+  void Write(const ModelReport& report, const Drawing& drawing);
+  // Lists what is not in the document on standard error.
+  ExitCode WriteQif(const ModelReport& report);
   void WriteRefused(const std::string& file, const std::string& message);
   void WriteJson(const std::string& json);
 
@@ -41,8 +46,8 @@ class Session {
   const bool alone_;
   Output output_;
   text::Table table_;
-  bool blank_ = false;  // whether a line has to part this report from the one before
+  bool blank_ = false;  // whether the next report needs an empty line before it
 };
 
-// "pmi_report: MESSAGE" on standard error, on one line whatever it holds.
+// Writes "pmi_report: MESSAGE" to standard error, as one line.
 void Say(const std::string& message);

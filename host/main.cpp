@@ -11,12 +11,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// What comes with the program, by its path from the program's folder.
+// A file that comes with the program, by its path from the program's folder.
 std::string Beside(const char* path) {
   return (fs::read_symlink("/proc/self/exe").parent_path() / path).lexically_normal().string();
 }
 
-// Where a standard stream is closed, a file that is opened later would take its place.
+// Opens closed standard streams, or the next file that is opened would take their place.
 void KeepStandardStreams() {
   for (int stream = 0; stream <= 2; ++stream) {
     if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", stream == 0 ? O_WRONLY : O_RDONLY) < 0) {
@@ -30,7 +30,7 @@ void KeepStandardStreams() {
 int main(int argc, char** argv) {
   KeepStandardStreams();
   std::setlocale(LC_CTYPE, "C.UTF-8");
-  // A reader that goes away and a file that grows too large are errors of writing.
+  // A closed pipe and a file that grows too large are then errors of writing.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   int exitCode = 0;

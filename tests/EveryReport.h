@@ -89,10 +89,11 @@ inline ModelReport Everything() {
   unknown.kind = "unknown";
   flat.annotations = {texture, note, flag, unknown};
   CaptureReport& front = report.captures.emplace_back(
-      CaptureReport{"90", "Front", "gone", {}, {{{{0, 0, 1}, {1, 0, 0}}}}, 7, {}});
+      CaptureReport{"90", "Front", "gone", {}, {{{{0, 0, 1}, {1, 0, 0}}}}, 7, {}, {}});
   front.camera = {"Cam", "parallel", {1, 2, 3}, {4, 5, 6}, {0, 0, 1}, {0, 1, 0}, 30, 0.5};
   for (const std::string id : {"30", "10", "31", "50", "40"})
     front.members.push_back({id, "M" + id});
+  front.entities = {{"body", "6", "part"}};
   report.entities = {{Face(1), {"10", "20"}}, {Face(2), {"10"}}, {{"vertex", {}, {}}, {}}};
   report.source = {"part\x9b.qif", "QIF 3.0", "mm", "inch", "radian", {{"face", 6}}, {}};
   report.source.skipped = {{"ignored", "URI", "5", "", "no place", 4, 2},

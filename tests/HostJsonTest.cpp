@@ -20,16 +20,18 @@ TEST(HostJson, EveryFieldStandsUnderItsKey) {
   bore.lowerText = "20.4";
   report.captures.at(0).members.push_back({{}, "no id"});
   report.source.skipped.push_back({"reduced", "Plane", "", "", "r", 0, 4});
+  report.checks = {{{"N9", "note", "title", "", "do"}, {"E9", "error", "bad", "ISO 1", "mend"}},
+                   {{1, "10", "Bore", "what"}, {1, {}, {}, "why"}, {0, "20", {}, "that"}}};
   const Json expected = Json::parse(std::ifstream(EVERY_FIELD));
   for (const int indent : {-1, 0, 2}) {
-    const std::string text = PrintJson(report, "pmi_report 7", indent);
+    const std::string text = json::PrintJson(report, "pmi_report 7", indent);
     SaveReport(text);
     EXPECT_EQ(text, expected.dump(indent));
   }
 }
 
 TEST(HostJson, ModelThatCouldNotBeReportedOnHasALineOfItsOwn) {
-  const std::string line = PrintJsonError("a\xFF.qif", "line 3: \"no\"", "pmi_report 7", -1);
+  const std::string line = json::PrintJsonError("a\xFF.qif", "line 3: \"no\"", "pmi_report 7", -1);
   SaveReport(line);
   EXPECT_EQ(line,
             "{\"format\":2,\"program\":\"pmi_report 7\","

@@ -131,6 +131,17 @@ std::string Repeat(const std::string& text, int times) {
   return all;
 }
 
+// So many instances, from #1000; @ in them is their number, % ten times that.
+std::string Numbered(const std::string& instance, int count) {
+  std::string all;
+  for (int i = 1000; i < 1000 + count; ++i) {
+    for (const char c : "#@=" + instance + ";") {
+      all += c == '@' ? std::to_string(i) : c == '%' ? std::to_string(10 * i) : std::string(1, c);
+    }
+  }
+  return all;
+}
+
 // A flatness whose measure, #51, is still to come.
 std::string Flatness(const std::string& measure) {
   return "#50=FLATNESS_TOLERANCE('','',#51,#32);#51=" + measure;
@@ -163,6 +174,7 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
                {"\\X4\\0001F600\\X0\\", "😀"},
                {"\\X2\\D83DDC00DBFFDFFF\\X0\\", "🐀\xF4\x8F\xBF\xBF"},
                {"\\X2\\D83D\\X0\\", "\xEF\xBF\xBD"},
+               {"\\X2\\080007FF\\X0\\", "\xE0\xA0\x80\xDF\xBF"},
                {"\\X4\\00110000\\X0\\", "\xEF\xBF\xBD"},
                {"a\\N\\b\\F\\c\r\nd", "abcd"},
                {"\\X2\\23\\X0\\", "\\X2\\23\\X0\\"},
@@ -170,6 +182,7 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
                {"\\X\\G0\\", "\\X\\G0\\"},
                {"ü⌀😀", "ü⌀😀"},
                {"\xFC \xC3", "ü Ã"},
+               {"\xE2\x82.", "\xC3\xA2\xC2\x82."},
                {"\xED\xA0\x80 \xE0\x80\x80 \xF4\x90\x80\x80",
                 "\xC3\xAD\xC2\xA0\xC2\x80 "
                 "\xC3\xA0\xC2\x80\xC2\x80 "
@@ -183,7 +196,8 @@ TEST(HostStepExchange, ReadsEveryFormOfInstancesAndParameters) {
       "FILE_SCHEMA (('ONE','AP242'));ENDSEC ;\r\nANCHOR;<a;>=#1;ENDSEC;\nREFERENCE;\n"
       "#90=<x.stp#a>;ENDSEC;\nDATA('one',('AP242'));\n"
       "#7 = A ( 'x;''(#9' , $,*, -1.5E+3, .T., \"0F\", #8, (1,(2,())), LENGTH(.5) ) ;\r\n"
-      "#8=/* ; #3 */(B()/* ( */C(#7,LIST((#7,#9)))\nB2(1));ENDSEC;\nDATA;\\F\\#3=A(\\N\\);ENDSEC;\n"
+      "#8=/* ; #3 */(B()/* ( "
+      "*//**/C(#7,LIST((#7,#9)))\nB2(1));ENDSEC;\nDATA;\\F\\#3=A(\\N\\);ENDSEC;\n"
       "END-ISO-10303-21;\nSIGNATURE;'";
   step::Exchange file(text, "a.stp");
   EXPECT_THAT(file.Schemas(), testing::ElementsAre("ONE", "AP242"));
@@ -303,9 +317,15 @@ $,#32); => lost #50 37 it has no magnitude
                    "part.stp");
   ASSERT_EQ(model.skipped.size(), 1U);
   EXPECT_EQ(model.skipped.back().count, 30);
+  // A hundred lists stand in each other at most.
   for (const char* open : {"(", "A("}) {
-    Expect("#50=FLATNESS_TOLERANCE('','',#22," + Repeat(open, 10000),
-           "; => lost #50 37 its lists are nested too deeply");
+    for (const auto& [times, reason] :
+         {std::pair(99, "parameter 4 of FLATNESS_TOLERANCE is not a reference"),
+          std::pair(100, "its lists are nested too deeply"),
+          std::pair(10000, "its lists are nested too deeply")}) {
+      Expect("#50=FLATNESS_TOLERANCE('','',#22," + Repeat(open, times) + "$" + Repeat(")", times),
+             std::string("); => lost #50 37 ") + reason);
+    }
   }
 }
 
@@ -336,25 +356,72 @@ TEST(HostStepExchange, WideAndCircularFilesEndInBoundedTime) {
   for (const std::string& text : cases) EXPECT_EQ(ErrorOf(Document(text)), "");
 }
 
+// What many instances share is not worked through for each of them.
+TEST(HostStepExchange, WhatIsSharedTooOftenIsRefusedOrListed) {
+  const std::string text = "'" + std::string(200'000, 'x') + "'";
+  const auto list = [](const char* item) { return Repeat(item, 20'000) + "#14"; };
+  const std::string refused[] = {
+      "#50=TEXT_LITERAL(''," + text + ",#20,'',.RIGHT.,$);" +
+          Numbered("ANNOTATION_TEXT_OCCURRENCE('',(),#50)", 100),
+      "#50=DRAUGHTING_CALLOUT(" + text + ",());" +
+          Numbered(
+              "DIMENSIONAL_SIZE(#32,'');#%=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#@,#39,#50)",
+              100),
+      "#50=CAMERA_MODEL_D3(" + text + ",#20,$);" + Numbered("DRAUGHTING_MODEL('',(#50),#9)", 100),
+      "#50=DATUM('',$,#10,.F.," + text + ");" +
+          Numbered("DATUM_TARGET('','',#10,.T.,'1');#%=SHAPE_ASPECT_RELATIONSHIP('','',#@,#50)",
+                   100),
+      "#50=SHAPE_ASPECT('','',#10,.T.);" +
+          Numbered("SHAPE_ASPECT('','',#10,.T.);#%=SHAPE_ASPECT_RELATIONSHIP('','',#50,#@);#%1="
+                   "SHAPE_ASPECT_RELATIONSHIP('','',#@,#50);#%2=FLATNESS_TOLERANCE('','',#22,#@)",
+                   1000),
+      "#50=SHAPE_DIMENSION_REPRESENTATION('',(" + list("#51,") +
+          "),#9);#51=DESCRIPTIVE_REPRESENTATION_ITEM('','');" +
+          Numbered("DIMENSIONAL_SIZE(#32,'');#%=DIMENSIONAL_CHARACTERISTIC_REPRESENTATION(#@,#50)",
+                   100),
+      "#50=DATUM_SYSTEM('',$,#10,.F.,(#51));#51=DATUM_REFERENCE_COMPARTMENT('',$,#10,.F.,#37,(" +
+          Repeat("LINE(.POINT.),", 20'000) + "LINE(.POINT.)));" +
+          Numbered("PARALLELISM_TOLERANCE('','',#22,#32,(#50))", 100),
+      "#50=ANNOTATION_PLANE('',(),#21,(#51" + Repeat(",#51", 200'000) +
+          "));#51=DRAUGHTING_CALLOUT('',"
+          "());" +
+          Numbered("DRAUGHTING_MODEL('',(#50,#%),#9);#%=CAMERA_MODEL_D3('',#20,$)", 100),
+      "#50=CLOSED_SHELL('',(" + list("#14,") + "));" + Numbered("MANIFOLD_SOLID_BREP('',#50)", 100),
+      "#50=FACE_BOUND('',#51,.T.);#51=EDGE_LOOP('',(" + Repeat("#52,", 20'000) +
+          "#52));#52=ORIENTED_EDGE('',*,*,#53,.T.);#53=EDGE_CURVE('',#54,#54,$,.T.);#54=VERTEX_"
+          "POINT("
+          "'',#17);#55=MANIFOLD_SOLID_BREP('',#56);#56=CLOSED_SHELL('',(" +
+          "#1000,#1001,#1002,#1003,#1004,#1005,#1006,"
+          "#1007,#1008,#1009));" +
+          Numbered("ADVANCED_FACE('',(#50),$,.T.)", 10)};
+  for (const std::string& file : refused) {
+    EXPECT_THAT(ErrorOf(Document(file)), ContainsRegex("its size allows|shared too often"))
+        << file.substr(0, 200);
+  }
+  std::string all = "#1000";
+  for (int i = 1001; i < 1050; ++i) all += ",#" + std::to_string(i);
+  Expect("#51=COORDINATES_LIST('',1,((1.,2.,3.)" + Repeat(",(1.,2.,3.)", 300'000) +
+             "));#52=TESSELLATED_CURVE_SET('',#51,());#53=ANNOTATION_PLANE('',(),#21,(" + all +
+             "));" + Numbered("TESSELLATED_ANNOTATION_OCCURRENCE('',(),#52)", 50),
+         " => reduced #1049 37 it stands where its plane does: too many points are drawn\n");
+  Expect("#51=LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(0." + std::string(1000, '0') + "1),#1);",
+         "#50=FLATNESS_TOLERANCE('','',#51,#32); => lost #50 37 '0.00");
+}
+
 // What 50 levels of two components each would multiply to is left out, and listed.
 TEST(HostStepExchange, MemoryStaysInProportionToAnyFile) {
 #if defined(__SANITIZE_ADDRESS__)
   GTEST_SKIP() << "the sanitizer takes memory of its own";
 #endif
-  const auto numbered = [](const std::string& entity, int count) {
-    std::string all;
-    for (int i = 1000; i < 1000 + count; ++i) all += "#" + std::to_string(i) + "=" + entity + ";";
-    return all;
-  };
-  std::string levels = numbered("PRODUCT_DEFINITION('','',$,$)", 50);
+  std::string levels = Numbered("PRODUCT_DEFINITION('','',$,$)", 50);
   for (int i = 0; i < 100; ++i) {
     const int above = 1000 + i / 2;
     levels += "#" + std::to_string(2000 + i) + "=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#" +
               std::to_string(above) + ",#" + (above == 1049 ? "40" : std::to_string(above + 1)) +
               ",$);";
   }
-  const std::pair<std::string, int> files[] = {{numbered("DIMENSIONAL_SIZE(#32,'')", 100'000), 0},
-                                               {numbered("DATUM('',$,#10,.F.,'A')", 100'000), 0},
+  const std::pair<std::string, int> files[] = {{Numbered("DIMENSIONAL_SIZE(#32,'')", 100'000), 0},
+                                               {Numbered("DATUM('',$,#10,.F.,'A')", 100'000), 0},
                                                {levels, 4}};
   for (const auto& [more, code] : files) {
     const std::string text = Document(more);
@@ -375,6 +442,7 @@ MEASURE_REPRESENTATION_ITEM('',LENGTH_MEASURE(0.1),#1); => ⏥ | 0.1
 LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(0.0001),#2); => ⏥ | 0.1 & written magnitude 0.0001 m
 LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(100.),#8); => ⏥ | 0.1 & written magnitude 100 µm
 LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(.010),#4); => ⏥ | 0.254 & written magnitude .01 inch
+LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(50000000.E-10),#4); => ⏥ | 0.127 & written magnitude 50000000.E-10 inch
 )");
   Expect(Dimension("ANGULAR_LOCATION('','',#32,#33,.SMALL.)", "#53",
                    "#53=MEASURE_REPRESENTATION_ITEM('',PLANE_ANGLE_MEASURE("),
@@ -424,6 +492,8 @@ within a sphere'); => ⌖ | S⌀0.1
 between two equidistant surfaces'); => ⌖ | 0.1
 non uniform'); => reduced #51 37 that the zone is not uniform is left out
 ');#53=PROJECTED_ZONE_DEFINITION(#51,(),#32,#54);#54=MEASURE_WITH_UNIT(LENGTH_MEASURE(1.),#4); => ⌖ | 0.1 Ⓟ25.4 & written projected 1 inch
+');#53=PROJECTED_ZONE_DEFINITION(#51,(),#32,#22); => ⌖ | 0.1 Ⓟ0.1 & listed 0
+');#53=PROJECTED_ZONE_DEFINITION_WITH_OFFSET(#51,(),#32,#22,#22); => ⌖ | 0.1 Ⓟ0.1 & reduced #53 37 the zone's further definition is left out
 ');#53=RUNOUT_ZONE_DEFINITION(#51,(),$); => reduced #53 37 the zone's further definition is left out
 )");
   Expect(
@@ -455,6 +525,8 @@ SOMETHING_ELSE()); => reduced #50 37 SOMETHING_ELSE is left out
   Expect("#50=FLATNESS_TOLERANCE('','',#22,", R"(
 #10); => on body "body"
 #31); => on face "f1"
+#51);#51=ALL_OVER_SHAPE_ASPECT('','',#10,.T.); => reduced #51 37 the model has no mark for it
+#51);#51=BETWEEN_SHAPE_ASPECT('','',#10,.T.); => reduced #51 37 the model has no mark for it
 #51);#51=ALL_AROUND_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#51,#33);#53=SHAPE_ASPECT_RELATIONSHIP('','',#51,#31); => ⏥ | 0.1 (all around) & on face "f2", face "f3", face "f1"
 #51);#51=SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#33,#51); => ⏥ | 0.1
 #51);#51=DERIVED_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_DERIVING_RELATIONSHIP('','',#51,#32);#53=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#21); => on face "f2" & ignored #53
@@ -468,6 +540,7 @@ SOMETHING_ELSE()); => reduced #50 37 SOMETHING_ELSE is left out
  => ⌖ | 0.1 / 0.2 / 0.3 & 1 tolerance
 #57=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#54,#50); => ⌖ | 0.1 / 0.2 / 0.3 & 1 tolerance & reduced #50 37 its rows are joined in a ring
 #57=POSITION_TOLERANCE('','',#22,#33);#58=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#57,#54); => lost #58 37 its lower row is one already
+#57=POSITION_TOLERANCE('','',#22,#33);#58=GEOMETRIC_TOLERANCE_RELATIONSHIP('simultaneity','',#57,#50); => reduced #58 37 its tolerances' relation 'simultaneity' is left out
 )");
 }
 
@@ -556,6 +629,7 @@ TYPE_QUALIFIER('maximum'); => 10.25 MAX & precision 2
 TYPE_QUALIFIER('minimum'); => 10.25 MIN
 VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.3'); => precision 3
 VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.0'); => precision 0
+VALUE_FORMAT_TYPE_QUALIFIER('NR3 2.3');#58=MEASURE_QUALIFICATION('','',#53,(#59,#60));#59=VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.4');#60=TYPE_QUALIFIER('average'); => 10.25 average & precision 4
 PRECISION_QUALIFIER(2); => reduced #50 37 PRECISION_QUALIFIER is left out
 )");
 }
@@ -590,6 +664,7 @@ TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
 #60)); => at (1, 5, 5) x (1, 0, 0) & "flat"  ⏥ | 0.1 & reduced #52 37 the model has no drawn lines
 #66)); => at (2, 0, 3) x (1, 0, 0) y (0, 0, 1)
 #60,#64)); => leader (1, 2, 3) to (0, 5, 5)
+#74));#74=TESSELLATED_ANNOTATION_OCCURRENCE('',(),#75);#75=TESSELLATED_GEOMETRIC_SET('',(#76));#76=TESSELLATED_CURVE_SET('',#77,((1,2)));#77=COORDINATES_LIST('',4,((+1.,0.,1.),(2.,0.,3.),(9.,9.),(9.,9.),(9.,0.,9.))); => at (2, 0, 3)
 #60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#51,#39,#52);#56=DRAUGHTING_MODEL('v',(#57,#52),#9);#57=CAMERA_MODEL_D3('v',#20,$); => "v"  2 annotations
 #60));#55=DRAUGHTING_CALLOUT('d',(#66));#56=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#55); => at (1, 5, 5) & reduced #55 37 the annotation has a presentation already
 #60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#31,#39,#52); => at (1, 5, 5) & View 1 without a plane
@@ -600,6 +675,37 @@ TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
   Expect(drawn, R"(
 #55=LEADER_DIRECTED_CALLOUT('n',(#70,#72)); => note "n"  "words⏎more"
 #55=DRAUGHTING_CALLOUT('n',(#70));#56=ANNOTATION_PLANE('',(),#21,(#70));#57=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#33,#39,#55); => at (1, 2, 3) x (1, 0, 0) & on face "f2", face "f3" & lost #54 37 #52
+)");
+}
+
+TEST(HostStep, DimensionsAndTolerancesHaveTheNameAndTheTextsOfTheirCallouts) {
+  const std::string callout =
+      "#50,#39,#60);#60=DRAUGHTING_CALLOUT('c',());#53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('',"
+      "'',#60,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#"
+      "56)"
+      ";#56=REPRESENTATION('',(#57),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode "
+      "string','";
+  const std::string link = "#51=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',";
+  Expect("#50=DIMENSIONAL_SIZE(#32,'width');" + link, R"(
+#50,#39,#77); => "width" & width, linear & lost #51 37 #77 does not exist
+#50,#39,#60);#60=DRAUGHTING_CALLOUT('',()); => "width"
+#32,#39,#60);#60=DRAUGHTING_CALLOUT('c',()); => "width"
+)");
+  Expect("#50=DIMENSIONAL_SIZE(#32,'width');" + link + callout, R"(
+DIM\\w2X \X2\2300\X0\8\\s+.1\\n-.2 DEEP'); => dimension "c" & before "2X" & after "DEEP"
+DIM\\wSR\\sINNER WALL\\n.017'); => before "INNER WALL"
+DIM\\w4X \\s\X2\21A7\X0\.3\\n\X2\2300\X0\8'); => before "4X" & hole callout "4X ↧.3⏎⌀8"
+TXT\\wUPPER\\xDIM\\w2X 8\\xTXT\\wLOWER\\xFCF\\w0.1\\xTXT\\wNO'); => before "UPPER⏎2X" & after "LOWER"
+)");
+  Expect("#50=FLATNESS_TOLERANCE('flat','',#22,#32);" + link + callout, R"(
+TXT\\w  SIM REQT \\xFCF\\w0.1\\wA\\xTXT\\wALL\\nWALLS'); => "flat" & before "SIM REQT" & after "ALL⏎WALLS"
+DIM\\w2X 8\\xTXT\\wLOWER\\xFCF\\w0.1\\xTXT\\wSIM REQT'); => after "SIM REQT"
+FCF\\w0.1\\xTXT\\wONE\\n0.2\\wA\\xTXT\\wTWO');#70=FLATNESS_TOLERANCE('','',#22,#32);#71=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#50,#70); => after "ONE⏎TWO"
+)");
+  Expect("#50=DATUM_TARGET('','area',#10,.T.,'1');#52=SHAPE_ASPECT_RELATIONSHIP('','',#50,#37);" +
+             link + callout,
+         R"(
+TXT\\wL1'); => (A1) & reduced #60 37 its text 'L1' is left out
 )");
 }
 
@@ -624,6 +730,7 @@ TEST(HostStep, PartsOfAssembliesStandWithTheirPmiWhereTheyArePlaced) {
       R"(
 #63=SHAPE_REPRESENTATION_RELATIONSHIP('','',#11,#52); => point at (1, 2, 3) & on body "body"
 #63=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#65,#66); => point at (98, 1, 3) & 1 tolerance & count bodies 1 & on body "body"
+#63=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#65,#66);#90=DRAUGHTING_MODEL('',(#91),#9);#91=CAMERA_MODEL_D3('cam',#20,#92);#92=VIEW_VOLUME(.PARALLEL.,#56,1.,0.,.F.,0.,.F.,.F.,#93);#93=PLANAR_BOX('',2.,2.,#20);#94=PRODUCT_DEFINITION_SHAPE('','',#50);#95=FLATNESS_TOLERANCE('all','',#22,#94); => "cam" parallel at (1, 2, 3) & tolerance "all" & lost #94 37 its product has no body & 2 tolerances
 #63=(REPRESENTATION_RELATIONSHIP('','',#52,#11)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#66,#65);#70=NEXT_ASSEMBLY_USAGE_OCCURRENCE('2','','',#50,#40,$);#71=PRODUCT_DEFINITION_SHAPE('','',#70);#72=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#73,#71);#73=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#74)SHAPE_REPRESENTATION_RELATIONSHIP());#74=ITEM_DEFINED_TRANSFORMATION('','',#65,#67); => point at (98, 1, 3) & point at (1, 2, 53) & 2 tolerances & 2 datums & count bodies 2 & listed 0
 )");
 }
@@ -633,9 +740,12 @@ TEST(HostStep, NotesHaveTheTextThatTheFileStates) {
       "#50=ANNOTATION_CURVE_OCCURRENCE('n',(),#51);#51=POLYLINE('',(#17));#52=ANNOTATION_PLANE('',("
       "),#21,(#50));",
       R"(
-#53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('','',#50,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('else','no');#58=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode string','4X'); => note "n"  "4X" & at (1, 2, 3)
+#53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('','',#50,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#22,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('else','no');#58=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode string','4X'); => note "n"  "4X" & at (1, 2, 3)
+#53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('','',#50,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#58),#9);#58=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode string','TXT\\nONE:\\n 2\\s#{diameter}3\\xTXT\\wFOUR'); => note "n"  "ONE:⏎ 2 #{diameter}3⏎FOUR"
 #53=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#54,#39,#50);#54=PROPERTY_DEFINITION('','',#10);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('','one');#58=DESCRIPTIVE_REPRESENTATION_ITEM('','two'); => note "n"  "one⏎two"
 #53=ANNOTATION_TEXT_OCCURRENCE('t',(),#54);#54=TEXT_LITERAL('','alone',#20,'',.RIGHT.,$); => note "t"  "alone"
+#53=(ANNOTATION_OCCURRENCE()ANNOTATION_SYMBOL_OCCURRENCE()REPRESENTATION_ITEM('s')STYLED_ITEM((),#17)); => note "s" & 2 notes
+#53=SURFACE_TEXTURE_REPRESENTATION('',(),#9); => lost #53 37 it is PMI that is not read
 #53=INVISIBILITY((#50)); => note "n"  ""  hidden
 #53=INVISIBILITY((#52)); => note "n"  ""  hidden
 #53=DRAUGHTING_CALLOUT('c',(#50));#54=INVISIBILITY((#50)); => note "c"  ""  hidden

@@ -5,15 +5,19 @@
 #include <cmath>
 
 #include "EveryReport.h"
+#include "report/Clean.h"
+#include "report/Notation.h"
 #include "report/Select.h"
 #include "report/Wide.h"
-#include "writers/text/Clean.h"
-#include "writers/text/Drawing.h"
+#include "writers/text/Page.h"
 #include "writers/text/PrintText.h"
 #include "writers/text/Table.h"
 
 namespace {
 
+using testing::AllOf;
+using testing::AnyOf;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -80,7 +84,7 @@ TEST(HostText, VerboseReportsHoldEverything) {
                             "\n      obtention machiningMandatory, applicability allPartSurfaces\n",
                             "\n      font height 3.5 ratio 0.7 slant 15 fixed italic strike-through"
                             "\n      font height 2 ratio 1 slant 5 bold underline overline\n",
-                            R"("M50" id 50, "M40" id 40
+                            R"("M50" id 50, "M40" id 40, body "part" id 6
       clipped  id 90
       camera "Cam" parallel at (1, 2, 3) to (4, 5, 6) along (0, 0, 1) up (0, 1, 0) angle 30 zoom 0.5
       hidden text "gone"
@@ -126,6 +130,8 @@ TEST(HostText, AnnotationsAreGroupedByViewFaceOrCapture) {
   EXPECT_THAT(Outline(byCapture), ElementsAre("Capture \"Front\"  id 90 +30 +10 +31 +50 +40",
                                               "In no capture +20 +35 +60 +unnamed"));
   EXPECT_THAT(byCapture, HasSubstr("\n  \"Lone\"\n"));
+  EXPECT_THAT(text::PrintText(report, {text::By::kCapture, true, false}),
+              ContainsRegex("\n  camera [^\n]*\n.*\n  body \"part\" id 6\n"));
 }
 
 TEST(HostText, SelectionsLeaveWhatIsWantedAndWhatTellsOfTheModel) {
@@ -140,9 +146,23 @@ TEST(HostText, SelectionsLeaveWhatIsWantedAndWhatTellsOfTheModel) {
   EXPECT_THAT(report.entities[0].annotations, ElementsAre(Text("20")));
   EXPECT_EQ(text::PrintSummary(report), text::PrintSummary(whole));
   report = whole;
-  report.captures.push_back({"91", "Back", {}, {}, {}, 0, {}});
+  report.captures.push_back({"91", "Back", {}, {}, {}, 0, {}, {}});
   EXPECT_THAT(Select({{"dimension", "captures"}, {"90"}}, report), ElementsAre());
   EXPECT_THAT(Outline(text::PrintText(report)), ElementsAre("Dimensions +10", "Captures +90"));
+  // Of what was reduced, the entries of what is left are listed and the others counted.
+  text::Style style;
+  style.selection.kinds = {"dimension", "captures", "datum", "datum"};
+  EXPECT_THAT(text::PrintText(report, style),
+              AllOf(HasSubstr("Lost: 3\n  Zone: "),
+                    HasSubstr("\nReduced: 1\n  Leader: its arc  id 10  line 70\n\nIgnored"),
+                    HasSubstr("\n\nNo annotation of kind datum\n\nLost")));
+  report.views.clear();
+  report.captures.clear();
+  style.selection.captures = {"90"};
+  EXPECT_THAT(text::PrintText(report, style),
+              AllOf(HasSubstr("\nNo annotation of kind dimension in the captures asked for\n\nNo "
+                              "captures\n\nNo annotation"),
+                    HasSubstr("\nReduced: 1\n  1 elsewhere in the model\n\nIgnored")));
 }
 
 TEST(HostText, LongListsAndTextsAreCut) {
@@ -164,22 +184,45 @@ TEST(HostText, LongListsAndTextsAreCut) {
   EXPECT_THAT(cut, HasSubstr("\n  and 5 more\n"));
   const std::string whole = text::PrintText(report, {text::By::kKind, true, false});
   EXPECT_THAT(whole, HasSubstr("K24: " + std::string(999, 'r')));
-  EXPECT_THAT(whole, Not(HasSubstr("…")));
+  EXPECT_THAT(whole, Not(AnyOf(HasSubstr("…"), HasSubstr("Reduced"))));
 }
 
 TEST(HostText, OneLineTellsHowMuchWasLostAndTheFirstByLine) {
   ModelReport report = Everything();
   EXPECT_EQ(text::LossLine(report, false),
-            "3 things were lost, the first at line 12: Zone \"A\" (id 30): no number");
+            "PMI was lost (3 entries), the first at line 12: Zone \"A\" (id 30): no number");
   EXPECT_EQ(text::LossLine(report, true),
-            "4 things were lost or reduced, the first at line 12: Zone \"A\" (id 30): no number");
+            "PMI was lost or reduced (4 entries), the first at line 12: Zone \"A\" (id 30): no "
+            "number");
+  // What is missing elsewhere because of an annotation comes before it in the document.
+  std::vector<SkippedReport>& skipped = report.source.skipped;
+  skipped = {{"lost", "Camera", "93", "90", "flat", 5}};
+  EXPECT_EQ(text::LossLine(report, false),
+            "PMI was lost (1 entry), at line 5: Camera \"Front\" (id 90): flat");
+  skipped.push_back({"reduced", "Arc", "8", "", "r", 30});
+  skipped.push_back({"lost", "Size", "8", "", "NaN", 40});
+  skipped.push_back({"lost", "Display", "7", "8", "of 8", 20});
+  skipped.push_back({"lost", "Size", "9", "", "NaN", 0});
+  for (const bool strict : {false, true}) {
+    EXPECT_THAT(text::LossLine(report, strict), HasSubstr(", the first at line 40: Size (id 8): "));
+  }
+  skipped.push_back({"lost", "Size", "10", "", "NaN", 39});
+  EXPECT_THAT(text::LossLine(report, false), HasSubstr(" (5 entries), the first at line 39: "));
   report.source.skipped = {{"reduced", "Arc", "9", "", "a\nb", 0, 1}};
   EXPECT_EQ(text::LossLine(report, false), "");
-  EXPECT_EQ(text::LossLine(report, true), "1 thing was reduced: Arc (id 9): a⏎b");
+  EXPECT_EQ(text::LossLine(report, true), "PMI was reduced (1 entry): Arc (id 9): a⏎b");
   report.source.skipped.push_back({"lost", "Zone", "", "", "gone", 3, 1});
-  EXPECT_EQ(text::LossLine(report, false), "1 thing was lost, at line 3: Zone: gone");
+  EXPECT_EQ(text::LossLine(report, false), "PMI was lost (1 entry), at line 3: Zone: gone");
   EXPECT_EQ(text::LossLine(report, true),
-            "2 things were lost or reduced, the first at line 3: Zone: gone");
+            "PMI was lost or reduced (2 entries), the first at line 3: Zone: gone");
+}
+
+TEST(HostText, LinesHaveAHundredCharactersAtMost) {
+  text::Page page(false);
+  const std::string a(56, 'a');
+  page.Flow(1, {{a}, {std::string(40, 'b')}, {a}, {std::string(36, 'c')}, {"d"}});
+  EXPECT_EQ(page.Take(), "  " + a + "  " + std::string(40, 'b') + "\n      " + a + "  " +
+                             std::string(36, 'c') + "\n      d\n");
 }
 
 TEST(HostText, ManyModelsStandInATableWithAlignedColumns) {
@@ -215,6 +258,7 @@ TEST(HostText, NothingThatATerminalObeysComesThrough) {
                {"\u0080\u009f\u00a0é", "��\u00a0é"},
                {"\u202a\u202e\u2066\u2069\u200f\u2065", "�����\u2065"},
                {"\x9b\xc3", "��"},
+               {"\xc3(\u0920", "�(\u0920"},
                {"\xc0\x80\xe0\x80\x80\xed\xa0\x80", "��������"},
                {"\xf4\x90\x80\x80\xf0\x9f\x93\x90", "����\U0001F4D0"}};
   for (const auto& [raw, clean] : cases) EXPECT_EQ(text::OneLine(raw), clean);
@@ -251,7 +295,12 @@ TEST(HostDrawing, NumbersAndLimitsAreAsShortAsTheyCanBe) {
     angle.tolerance = tolerance;
     EXPECT_EQ(text::DrawDimension(angle), drawing);
   }
-  EXPECT_EQ(text::DrawDimension(DimensionReport()), "");
+  DimensionReport none;
+  EXPECT_EQ(text::DrawDimension(none), "(no value)");
+  none.type = "diameter";
+  EXPECT_EQ(text::DrawDimension(none), "⌀ (no value)");
+  none.texts.suffix = "H7";
+  EXPECT_EQ(text::DrawDimension(none), "⌀H7");
   DimensionReport limit;
   limit.value = 0;
   limit.upperText = "15.2";

@@ -20,7 +20,7 @@ class HostWalk : public testing::Test {
 
   ModelReport Report() {
     ModelReport report = ReportOn(model_);
-    SaveReport(PrintJson(report, "pmi_report 0", -1));
+    SaveReport(json::PrintJson(report, "pmi_report 0", -1));
     return report;
   }
   // Gives an entity an id, and what the document calls it.
@@ -73,7 +73,7 @@ TEST_F(HostWalk, AnnotationsEntitiesAndCapturesAreJoinedById) {
   part.Place(width, {0, 0, 0}, {1, 0, 0}, {0, 0, 1});
   part.Id(part.AddText(first, L"its id is empty"), "");
   auto& saved = part.AddCapture({&width, &first, &flatness});
-  part.Id(saved, "30");
+  Known(saved, "30", "view", "saved");
   auto& clipping = part.Make<KOVAPMI_CLIPPINGPLANE>();
   standin::Edit(clipping).point = {1, 2, 3};
   standin::Edit(clipping).normal = {4, 5, 6};
@@ -111,6 +111,7 @@ TEST_F(HostWalk, AnnotationsEntitiesAndCapturesAreJoinedById) {
   ASSERT_EQ(capture.members.size(), 2U);
   EXPECT_EQ(capture.members[0].id, "25");
   EXPECT_EQ(capture.members[1].id, "22");
+  EXPECT_EQ(capture.entities.at(0).id, "10");
 }
 
 TEST_F(HostWalk, ToleranceOfADimensionIsToldWithItsLimitsAndNothingElse) {
@@ -156,7 +157,8 @@ TEST_F(HostWalk, ToleranceOfADimensionIsToldWithItsLimitsAndNothingElse) {
   }
 }
 
-// Has one dimension with a leader and an entity that is named twice, and answers nothing else.
+// Has one dimension with a leader and an entity that is named twice, and a capture of a member that
+// it does not name. Answers nothing else, or succeeds without an answer.
 class Taciturn : public KOVADefaultPMIExporter {
  public:
   using KOVADefaultPMIExporter::KOVADefaultPMIExporter;
@@ -181,6 +183,11 @@ class Taciturn : public KOVADefaultPMIExporter {
     list.add(id_);
     return KOVAResult();
   }
+  KOVAResult GetCaptureCount(const Id&, unsigned& count) override { return Answer(count, 1U); }
+  KOVAResult GetCapture(const Id&, unsigned&, Id& capture) override { return Answer(capture, id_); }
+  KOVAResult GetCaptureEntityCount(const Id&, unsigned& n) override { return Answer(n, 1U); }
+  KOVAResult HasClippingPlane(const Id&, bool&) override { return KOVAResult(); }
+  KOVAResult GetActiveView(const Id&, float*) override { return KOVAResult(); }
 
  private:
   template <typename T>
@@ -196,11 +203,13 @@ TEST_F(HostWalk, WhatIsNotAnsweredIsNullAndWhatIsNamedTwiceIsJoinedOnce) {
   Taciturn exporter(model_.part->GetDocument());
   const ModelReport report = MakeReport(model_, exporter, "part");
   EXPECT_THAT(Lines(report.entities), ElementsAre("entity - -: -"));
-  const std::string json = PrintJson(report, "pmi_report 0", -1);
-  SaveReport(json);
+  const std::string text = json::PrintJson(report, "pmi_report 0", -1);
+  SaveReport(text);
+  EXPECT_THAT(text, HasSubstr(R"("clippingPlane":null,"members":{"count":1,"annotations":[],)"
+                              R"("ids":[],"entities":[]})"));
   const std::string entity = R"({"kind":"entity","id":null,"label":null})";
   EXPECT_THAT(
-      json,
+      text,
       HasSubstr(R"([{"id":"view 1","frame":null,"annotations":[{"kind":"dimension","id":null,)"
                 R"("name":null,"hidden":null,"texts":[],"entities":[)" +
                 entity + "," + entity +

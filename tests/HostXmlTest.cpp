@@ -41,7 +41,7 @@ std::string ReportOf(const std::string& text) {
   try {
     Model model = ReadQifText(text, "part.qif");
     for (SkippedItem& item : model.skipped) item.line = 0;
-    return PrintJson(ReportOn(model), "program", 1);
+    return json::PrintJson(ReportOn(model), "program", 1);
   } catch (const ModelError& error) {
     EXPECT_EQ(standin::Count().liveEntities, alive);
     EXPECT_EQ(std::string(error.what()).find('\n'), std::string::npos) << error.what();
@@ -190,7 +190,9 @@ const struct {
        return All(t, "</([A-Za-z]+)>\n", "</$1><!-- <c a='> --><?p <?>") + "<!-- end -->\n";
      }},
     {"a DTD that is not loaded", [](Text t) {
-       return With(t, "?>", "?><!DOCTYPE QIFDocument SYSTEM 'none.dtd' [<!ELEMENT Id ANY>]>");
+       return With(t, "?>",
+                   "?><!DOCTYPE QIFDocument SYSTEM 'none.dtd' [<!ELEMENT Id ANY>"
+                   "<!ATTLIST Id active CDATA #IMPLIED x (y|z) #REQUIRED>]>");
      }}};
 
 TEST(HostXml, DocumentsWrittenOtherwiseReportTheSame) {
@@ -245,7 +247,7 @@ TEST(HostXml, WhatIsNotWellFormedIsRefusedWithItsPlace) {
        With(WithEntity(model, "<!ENTITY e SYSTEM 'file:///etc/hostname'>"), name,
             "<Name>&e;</Name>"),
        "'e' not defined"},
-      {"<!ATTLIST a b CDATA 'x'", WithEntity(model, "<!ATTLIST a b CDATA 'x'>"), "not read"},
+      {"<!ATTLIST a b CDATA 'x'", WithEntity(model, "<!ATTLIST a b CDATA 'x'>"), "that of 'b'"},
       {"<LeaderExtend>\n", model.substr(0, model.find("<LeaderExtend>") + 15), "truncated"},
       {"<Name>Bore dia", model.substr(0, model.find(name) + 14), "truncated"},
       {"", Declaring(model, "klingon"), "'klingon' is not known"}};
@@ -272,6 +274,11 @@ TEST(HostXml, DamagedStructureIsRefusedWithItsPlace) {
       {"id=\"302\"", "id=\"three\"", "three"},
       {"<CharacteristicDefinitionId>201<", "<CharacteristicDefinitionId>88888<", "88888"},
       {"<Id>1701</Id><Id>1702</Id>", "<Id>88888</Id><Id>1702</Id>", "88888"},
+      {">inch<", ">mm<", "'mm' is declared in two ways"},
+      {"<Factor>0.0254</Factor>", "", "not by a factor"},
+      {"<Factor>0.0254</Factor>", "<Rate>0.0254</Rate>", "a unit with 'Rate'"},
+      {"meter</SIUnitName><UnitName>inch", "yard</SIUnitName><UnitName>inch", "is 'yard'"},
+      {"<Factor>0.0254<", "<Offset>1</Offset><Factor>0.0254<", "not by a factor"},
       {"xmlns=\"http://qifstandards.org/xsd/qif3\"", "xmlns=\"http://nowhere\"", "part.qif:"}};
   for (const auto& [from, to, says] : cases) {
     EXPECT_THAT(ReportOf(With(Read(BUNDLED_MODEL), from, to)),
@@ -281,20 +288,22 @@ TEST(HostXml, DamagedStructureIsRefusedWithItsPlace) {
 
 TEST(HostXml, WhatIsNoDocumentIsCalledByItsKind) {
   using namespace std::string_literals;
-  const std::string packed = Gzip(Read(BUNDLED_MODEL));
-  const std::pair<std::string, const char*> cases[] = {
-      {"", "empty"},
-      {" \r\n", "empty"},
+  const std::string whole = Read(BUNDLED_MODEL), packed = Gzip(whole);
+  const std::string end = std::to_string(1 + std::count(whole.begin(), whole.end(), '\n')) + ":1: ";
+  const std::pair<std::string, std::string> cases[] = {
+      {"", "1:1: the document is empty"},
+      {" \r\n", "2:1: the document is empty"},
       {"ISO-10303-21;\nHEADER;", "STEP"},
       {"\xEF\xBB\xBFISO-10303-21;", "STEP"},
       {Gzip("ISO-10303-21;\nHEADER;"), "STEP"},
       {"PK\3\4\0"s, "zip"},
       {"\177ELF\2\1\0"s, "binary"},
+      {"%PDF-1.4\n1 0 obj << /Length 2 >>\nstream\n\0\1"s, "binary"},
       {"solid part", "'<' not found"},
-      {packed.substr(0, packed.size() - 9), "gzip data is truncated"},
+      {packed.substr(0, packed.size() - 9), end + "its gzip data is truncated"},
       {With(packed, packed.substr(5000, 9), "damaged"), "gzip data is damaged"},
       {packed + "more", "gzip data is damaged"},
-      {Utf16(Read(BUNDLED_MODEL), false, true).substr(0, 9999), "truncated inside"}};
+      {Utf16(whole, false, true).substr(0, 9999), "truncated inside"}};
   for (const auto& [text, says] : cases) {
     EXPECT_THAT(ReportOf(text), AllOf(StartsWith("part.qif:"), HasSubstr(says)));
   }
@@ -313,19 +322,21 @@ TEST(HostXml, NumbersAreReadInEverySpellingAndToldWhenTheyAreNone) {
                                                              {".5", 0.5},
                                                              {"15.e-1", 1.5},
                                                              {"1.5E+2", 150},
-                                                             {"1e-999", 0},
-                                                             {"-1e-999", 0},
+                                                             {"0e-999", 0},
                                                              {"4.9e-324", least}}) {
     EXPECT_EQ(number(text), value) << text;
   }
-  for (const std::string text :
-       {"1e999", "-1e999", "INF", "NaN", "0x10", "1,5", "+-1", "1 2", "1<b/>2", ""}) {
+  for (const std::string text : {"1e999", "-1e999", "INF", "1e-999", "-.01e-999", "NaN", "0x10",
+                                 "1,5", "+-1", "1 2", "1<b/>2", "1<b/>", ""}) {
     const bool isLarge = text.find("e999") != std::string::npos || text == "INF";
+    const bool isSmall = text.find("e-999") != std::string::npos;
     try {
       number(text);
       ADD_FAILURE() << text;
     } catch (const qif::Unreadable& problem) {
-      EXPECT_THAT(problem.what(), HasSubstr(isLarge ? "larger than any number" : "not a number"));
+      EXPECT_THAT(problem.what(), HasSubstr(isLarge   ? "larger than any number"
+                                            : isSmall ? "smaller than any number"
+                                                      : "not a number"));
     }
   }
 }
@@ -352,6 +363,7 @@ TEST(HostXml, DeepAndWideDocumentsEndInBoundedTime) {
       {Nested({}, Repeat("<a>", many) + Repeat("</a>", many)), "250 levels"},
       {Nested({}, Repeat("<Product/>", many)), "too many"},
       {Nested({"Thing"}, Repeat("<a/>", 15'000)), "{"},
+      {Nested({"Product", "NoteSet"}, "<Note/><Note id='0'/>"), "Note has no id"},
       {"<!DOCTYPE a [<!ENTITY b \"&b;&b;\">]><QIFDocument>&b;</QIFDocument>", "loop"},
       {With(model, "n=\"40\"", "n=\"18446744073709551615\""), "{"},
       {With(model, name, "<Name>" + std::string(10'000'000, 'x') + "<"), "{"},
@@ -360,6 +372,44 @@ TEST(HostXml, DeepAndWideDocumentsEndInBoundedTime) {
     const std::string report = ReportOf(text);
     EXPECT_THAT(report.substr(0, 200),
                 AllOf(StartsWith(*says == '{' ? "{" : "part.qif:1:"), HasSubstr(says)));
+  }
+}
+
+TEST(HostXml, DocumentsAreReadUpToTheLimitsOfTheParser) {
+  const auto many = [](std::size_t count, const char* before, const char* after) {
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i) all += before + std::to_string(i) + after;
+    return all;
+  };
+  const auto attributes = [&](std::size_t n) {
+    return "<a " + many(n, "attribute", "='' ") + "/>";
+  };
+  const auto entity = [](Text content, Text use) {
+    return "<?i?><!-- --><!DOCTYPE a [<!ENTITY e \"" + content + "\">]>" + Nested({"Name"}, use);
+  };
+  const auto in = [](Text text) { return Nested({"Name"}, text); };
+  const struct {
+    std::function<std::string(std::size_t)> write;
+    std::size_t most, more;
+    const char* says;
+  } limits[] = {
+      {[&](std::size_t n) { return in(attributes(n)); }, 1000, 1, "too many attributes"},
+      {[&](std::size_t n) { return entity(attributes(n), "&e;"); }, 1000, 1, "too many attributes"},
+      {[&](std::size_t n) { return in(Repeat("<a>", n) + Repeat("</a>", n)); }, 248, 1,
+       "250 levels"},
+      {[&](std::size_t n) { return in("<a " + many(n, "xmlns:n", "='u' ") + "/>"); }, 249, 1,
+       "namespaces"},
+      {[&](std::size_t n) { return in(many(n, "<n", "/>")); }, 49'900, 200, "too many names"},
+      {[&](std::size_t n) { return in("<a b='" + Repeat("x", n) + "'/>"); }, 9'999'900, 200,
+       "too long"},
+      {[&](std::size_t n) { return in("<a" + Repeat(" ", n) + "/>"); }, 9'999'900, 200,
+       "than 10 MB"},
+      {[&](std::size_t n) { return entity(std::string(n - 29, ']'), ""); }, 65'536, 1,
+       "is too long"}};
+  for (const auto& limit : limits) {
+    EXPECT_THAT(ReportOf(limit.write(limit.most)).substr(0, 200), StartsWith("{")) << limit.says;
+    EXPECT_THAT(ReportOf(limit.write(limit.most + limit.more)).substr(0, 200),
+                AllOf(StartsWith("part.qif:1:"), HasSubstr(limit.says)));
   }
 }
 
@@ -389,14 +439,14 @@ TEST(HostXml, MemoryStaysInProportionToAnyDocument) {
             "<EntityInternalIds>" + Repeat("<Id>99999</Id>", 5000)),
        4},
       {"notes", Nested({"Product", "NoteSet"}, Numbered("Note", 200'000))},
-      {"attributes", Nested({"Name"}, Repeat("<a b=''/>", 800'000))},
+      {"attributes", Nested({"Name"}, Repeat("<a b=''/>", 800'000)), 4},
       {"many attributes", Nested({}, "<a " + Repeat("b='' ", 800'000) + "/>"), 2},
       {"many names", Nested({"Name"}, names), 2},
-      {"pieces of text", Nested({"Name"}, Repeat("x<!-- -->", 800'000))},
-      {"pieces between elements", Nested({"Name"}, Repeat("x<a/>", 800'000))},
+      {"pieces of text", Nested({"Name"}, Repeat("x<!-- -->", 800'000)), 4},
+      {"pieces between elements", Nested({"Name"}, Repeat("x<a/>", 800'000)), 4},
       {"entities of elements", bomb + Nested({}, Repeat("&a;", 50'000)), 2},
       {"an entity of text",
-       "<!DOCTYPE QIFDocument [<!ENTITY a '" + name + "'>]>" +
+       "<!DOCTYPE QIFDocument [<!ENTITY a '" + name.substr(0, 60'000) + "'>]>" +
            Nested({"Name"}, Repeat("&a;", 50'000)),
        2},
       {"gzip", Gzip(std::string(50'000'000, ' ')), 2}};

@@ -102,8 +102,22 @@ class Comparison:
                 self.check(n, "hidden", hidden, self.joined[n][1]["hidden"])
                 self.check(n, "leaders, their ends", ends, [[leader["head"], leader["tail"]]
                            for leader in self.joined[n][1]["leaders"]])
+                self.words(n, e)
                 for plane in planes:
                     self.place(n, f.placement(plane[2])[1:], f.points(e))
+
+    def words(self, n, element):
+        """The counts and words that are stated for what is drawn around a value or a frame."""
+        f, annotation = self.file, self.joined[n][1]
+        drawn = "".join(f.validation(u).get("equivalent unicode string", "") for u in f.users[element])
+        texts = re.findall(r"TXT\\+[wn]([^\\]*)", drawn)
+        if got := annotation.get("dimension"):
+            texts, got = re.findall(r"DIM\\+w(.*)", re.sub(r"\\+[sn]", " ", drawn)), got["texts"]
+        elif got := annotation.get("tolerance"):
+            got = got["notes"]
+        if got:
+            words = lambda parts: re.findall(r"[0-9]+X|[A-Z]{2,}[0-9]*", " ".join(parts))
+            self.check(n, "words around it", words(texts), words([got["before"] or "", got["after"] or ""]))
 
     def note(self, n):
         f = self.file
@@ -200,9 +214,10 @@ class Comparison:
         f = self.file
         for n in f.every(*SIZES, *LOCATIONS):
             p = f.of(n, *SIZES, *LOCATIONS)
-            aspects, name = (p[:1], p[1]) if f.of(n, *SIZES) else (p[2:4], p[0])
-            if got := self.join("dimension", n, name, aspects):
-                self.check(n, "type", DIMENSIONS.get(name), (got["type"], got["mainType"]))
+            aspects, kind = (p[:1], p[1]) if f.of(n, *SIZES) else (p[2:4], p[0])
+            names = [f.of(link[4])[0] for link in f.using(n, *LINKS) if link[2] == n]
+            if got := self.join("dimension", n, next(filter(None, names), kind), aspects):
+                self.check(n, "type", DIMENSIONS.get(kind), (got["type"], got["mainType"]))
                 self.dimension(n, got, any(t.startswith("ANGULAR") for t in f.all[n]))
 
     def dimension(self, n, got, angle):
@@ -229,7 +244,7 @@ class Comparison:
                 self.check(n, key, f.decimals(item), got[key])
         qualifiers = f.refs(f.of(nominal, "QUALIFIED_REPRESENTATION_ITEM") or [])
         fits += [q[0][:3].upper() for i in qualifiers if (q := f.of(i, "TYPE_QUALIFIER"))]
-        shown = "".join(got["texts"][k] or "" for k in ("prefix", "before", "after", "suffix"))
+        shown = "".join(got["texts"][k] or "" for k in ("prefix", "after", "suffix"))
         self.check(n, "marks, their signs sorted", sorted("".join(f.marks(items) + fits)), sorted(shown))
         if said := f.validation(n).get("equivalent unicode string"):
             first, *rest = [float(x) for x in re.findall(r"[+-]?\d*\.?\d+", said.replace("- ", ""))]

@@ -216,7 +216,8 @@ class Exchange:
         """(instance, kind, rows) of each frame; the first row is the instance itself."""
         below = defaultdict(list)
         for n in self.every("GEOMETRIC_TOLERANCE_RELATIONSHIP"):
-            below[self.of(n)[2]].append(self.of(n)[3])
+            if self.of(n)[0] in ("", "composite"):
+                below[self.of(n)[2]].append(self.of(n)[3])
         lower = {n for found in below.values() for n in found}
         for n, kind in [(n, KINDS[t[:-10]]) for n in self.all for t in self.all[n]
                         if t.endswith("_TOLERANCE") and t[:-10] in KINDS and n not in lower]:

@@ -10,8 +10,8 @@
 std::string Cut(std::string_view text, std::size_t most);
 
 // What a model lacks of its document, in the order in which the reader met it. Entries that differ
-// in nothing but line are one. It stays small, whatever a document holds: long texts are cut, and
-// what comes after `most` entries is counted by severity alone.
+// only in line are counted as one. Its size is bounded for any document: long texts are cut, and
+// after `most` entries further ones are only counted, by severity.
 class Account {
  public:
   explicit Account(std::size_t most) : most_(most) {}

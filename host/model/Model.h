@@ -12,7 +12,7 @@
 // What every reader gives: a kernel model, with what the document says about it and what of it is
 // missing.
 
-// What is missing because an entry was skipped.
+// How much is missing because an element was skipped.
 enum class Severity {
   kLost,     // an annotation, a value or an association that the document states
   kReduced,  // a part of an annotation that is there otherwise
@@ -23,7 +23,7 @@ enum class Severity {
 struct SkippedItem {
   Severity severity;       // how much is missing because of it
   std::string kind;        // the document's element name
-  std::string id;          // of the element, or of what it belongs to; empty when there is none
+  std::string id;          // of the element, or of the element around it; empty when there is none
   std::string annotation;  // id of the annotation or capture that it belongs to; empty for none
   std::string reason;      // what is missing and why
   long line = 0;           // of the first in the document, from 1; 0 when it is not known

@@ -3,7 +3,7 @@
 #include "standin/Part.h"
 
 // Gives work the entity that keeps an annotation's display properties: the annotation itself, or
-// its datum or target. Does nothing for what has none.
+// its datum or target. Does nothing for an entity without them.
 template <typename Work>
 void WithDisplay(ENTITY& annotation, Work work) {
   if (is_KOVAPMI_DIMENSION(&annotation) == 1) {

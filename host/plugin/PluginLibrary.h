@@ -21,7 +21,7 @@ class PluginLibrary {
   PluginLibrary& operator=(const PluginLibrary&) = delete;
   ~PluginLibrary();
 
-  // An exporter for a document. Throws PluginError when the factory makes none or raises.
+  // An exporter for a document. Throws PluginError when the factory fails or throws.
   // REQUIRES: the document and this library outlive the exporter.
   std::unique_ptr<KOVAPMIExporter> CreateExporter(KOVADocument& document) const;
 

@@ -12,7 +12,7 @@ EntityReport EntityTable::Use(const KOVAIdentifier& entity, const KOVAIdentifier
     report.id = IdOfObject(exporter_, entity);
     return report;
   };
-  // What is not topology, such as another annotation, is the exporter's own.
+  // Identifiers of anything but topology, such as another annotation, are the exporter's own.
   if (entity.GetRepresentation() == &exporter_) return describe();
   const auto [row, isNew] = rows_.try_emplace(object, Row{entities_.size(), nullptr});
   if (isNew) entities_.push_back({describe(), {}});

@@ -120,7 +120,7 @@ struct RoughnessReport {
   std::vector<Text> fields;
 };
 
-// What only annotations of one kind have: takes no storage where it is absent. Copies share it.
+// A part that only annotations of one kind have: allocated where it is present. Copies share it.
 template <typename T>
 class Part {
  public:
@@ -183,7 +183,8 @@ struct CaptureReport {
   std::optional<CameraReport> camera;
   std::optional<std::array<Point3, 2>> clippingPlane;  // point and normal
   long memberCount = 0;
-  std::vector<MemberReport> members;  // the annotations among the members
+  std::vector<MemberReport> members;   // the annotations among the members
+  std::vector<EntityReport> entities;  // all others, such as bodies
 };
 
 // What the reader left out. The severity is "lost", "reduced" or "ignored".
@@ -200,10 +201,32 @@ struct SourceReport {
   std::vector<SkippedReport> skipped;
 };
 
+// A rule that was applied to the report. The severity is "error", "warning" or "note".
+struct RuleReport {
+  std::string id, severity, title;
+  std::string standard;  // where it comes from; empty where no standard says so
+  std::string advice;    // what to do about a finding
+};
+
+// What breaks a rule, with the id and name of the annotation or capture that does, as far as there
+// is one and it has them.
+struct FindingReport {
+  std::size_t rule;  // index into the rules
+  Text annotation, name;
+  std::string message;
+};
+
+// The findings of the rules, those of the first rule first.
+struct ChecksReport {
+  std::vector<RuleReport> rules;
+  std::vector<FindingReport> findings;
+};
+
 struct ModelReport {
   std::map<std::string, long> totals;
   std::vector<ViewReport> views;
   std::vector<CaptureReport> captures;
   std::vector<AppliedEntityReport> entities;
   SourceReport source;
+  std::optional<ChecksReport> checks;  // absent where no rules were applied
 };

@@ -29,7 +29,7 @@ std::vector<std::string> Select(const Selection& selection, ModelReport& report)
       missing.push_back(wanted);
     }
   }
-  if (!missing.empty() || (selection.kinds.empty() && selection.captures.empty())) return missing;
+  if (!missing.empty() || IsAll(selection)) return missing;
 
   std::set<Text> shown;
   if (!selection.captures.empty()) {

@@ -11,7 +11,11 @@ struct Selection {
   std::vector<std::string> captures;  // names or ids
 };
 
-// Takes out what is not wanted: annotations, views that hold none any more, captures, and entities
-// of which no annotation is left. What tells of the whole model stays: totals and source. Gives the
-// captures asked for that the model does not have; the report is untouched when there are any.
+inline bool IsAll(const Selection& selection) {
+  return selection.kinds.empty() && selection.captures.empty();
+}
+
+// Removes everything else: annotations, views without annotations, captures, and entities without
+// annotations. Totals and source stay those of the whole model. Returns the wanted captures that
+// the model does not have; when there are any, the report is untouched.
 std::vector<std::string> Select(const Selection& selection, ModelReport& report);

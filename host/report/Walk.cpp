@@ -90,11 +90,16 @@ class Walker {
     unsigned int members = 0;
     exporter_.GetCaptureEntityCount(capture, members);
     report.memberCount = static_cast<long>(members);
+    const std::vector<void*> stated = names_.members(capture.GetNativeObject());
     for (unsigned int i = 0; i < members; ++i) {
       KOVAIdentifier member;
       exporter_.GetCaptureEntity(capture, i, member);
       if (member.GetNativeObject() != nullptr) {
         report.members.push_back({IdOfObject(exporter_, member), NameOfObject(exporter_, member)});
+      } else if (i < stated.size()) {
+        member.SetNativeObject(stated[i]);
+        EntityReport& entity = report.entities.emplace_back(names_.entity(stated[i]));
+        entity.id = IdOfObject(exporter_, member);
       }
     }
   }

@@ -7,7 +7,7 @@
 AnnotationReport WalkAnnotation(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation,
                                 const DocumentNames& names, EntityTable& entities);
 
-// What it answers about an annotation of one kind. REQUIRES: the annotation is of that kind.
+// The exporter's answers about an annotation of one kind. REQUIRES: the annotation is of that kind.
 DimensionReport WalkDimension(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation);
 ToleranceReport WalkTolerance(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation);
 DatumReport WalkDatum(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation);

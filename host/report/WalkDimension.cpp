@@ -11,7 +11,7 @@ Text CalloutType(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation) {
       [&](auto& type) { return exporter.GetCalloutFeatureAnnotationProperties(annotation, type); });
 }
 
-// Fewer than no decimal places are the model's mark of a number that nobody stated.
+// A negative number of decimal places marks a number that the document does not state.
 bool IsStated(double decimalPlaces) { return !(decimalPlaces < 0); }
 
 void ReadValue(KOVAPMIExporter& exporter, const KOVAIdentifier& annotation, Number& value,

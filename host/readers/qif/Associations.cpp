@@ -99,7 +99,6 @@ std::vector<Document::Entry*> Reading::FeaturesOf(Fields& record, bool report) {
   };
   for (const Element reference : record["FeatureNominalIds"].children()) add(reference);
   if (const Element single = record["FeatureNominalId"]) add(single);
-  if (!found.empty()) return found;
   for (const Element pair : record["FeatureNominalPairs"].children()) {
     for (const Element reference : pair.children()) {
       const std::string_view name = NameOf(reference);
@@ -123,6 +122,10 @@ const Reading::Shared& Reading::Feature(Document::Entry& feature) {
         shared.entities.push_back(next.entity);
         continue;
       }
+      if (!EndsWith(NameOf(next.element), "FeatureNominal")) {
+        Lose(next.element, "it is no feature");
+        continue;
+      }
       Fields fields(next.element);
       const std::vector<ENTITY*> own = EntitiesOf(fields["EntityInternalIds"]);
       shared.entities.insert(shared.entities.end(), own.begin(), own.end());
@@ -130,6 +133,9 @@ const Reading::Shared& Reading::Feature(Document::Entry& feature) {
       for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
         if (seen.insert(*part).second) pending.push_back(*part);
       }
+      const std::vector<ENTITY*> external = EntitiesOf(fields["EntityExternalIds"]);
+      shared.entities.insert(shared.entities.end(), external.begin(), external.end());
+      SkipDoubled(fields);
     }
   });
   return shared;
@@ -152,9 +158,7 @@ std::vector<ENTITY*> Reading::AssociatedEntities(Fields& record) {
       entities.Add(EntityAt(reference));
     }
   }
-  if (const Element external = record["EntityExternalIds"]) {
-    Lose(external, "its entities are in another document");
-  }
+  for (ENTITY* entity : EntitiesOf(record["EntityExternalIds"])) entities.Add(entity);
   return entities.Take();
 }
 
@@ -170,7 +174,7 @@ const Document::Entry* Reading::AnnotationAt(Element reference, std::string& rea
     reason = "annotation " + Quote(id) + " does not exist";
   } else if (entry->entity == nullptr) {
     reason = Quote(NameOf(entry->element)) + " " + Quote(id) + " is no annotation of the model";
-  } else if (IsTopology(entry->entity)) {
+  } else if (IsTopology(entry->entity) || NameOf(entry->element) == "SavedView") {
     reason = Quote(NameOf(entry->element)) + " " + Quote(id) + " is no annotation";
   } else {
     return entry;

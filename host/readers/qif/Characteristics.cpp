@@ -23,7 +23,6 @@ class CharacteristicsReader {
         characteristics_(reading.document.At({"Characteristics"}), Fields::kUnlimited) {}
 
   void Read() {
-    characteristics_.Pass({"FormalStandardId"});
     for (const Element nominal : characteristics_["CharacteristicNominals"].children()) {
       const Document::Entry& definition =
           reading_.document.RequireChild(nominal, "CharacteristicDefinitionId");
@@ -43,9 +42,6 @@ class CharacteristicsReader {
       if (used_.count(reading_.document.EntryOf(definition).id) == 0) {
         reading_.Skip(Severity::kIgnored, definition, "no nominal uses it");
       }
-    }
-    for (const Element rest : characteristics_.Rest()) {
-      reading_.Skip(Severity::kIgnored, rest, "it holds no annotations");
     }
   }
 

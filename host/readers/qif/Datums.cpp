@@ -25,7 +25,7 @@ class TargetReader {
     std::vector<ENTITY*> entities;
     if (const Element id = target_["TargetZoneId"]) {
       const Document::Entry* const zone = reading_.document.Find(id);
-      if (zone != nullptr) {
+      if (zone != nullptr && StartsWith(NameOf(zone->element), "FeatureZone")) {
         entities = ReadZone(zone->element);
       } else {
         reading_.Lose(id, "its zone " + Quote(TextOf(id)) + " does not exist");
@@ -81,12 +81,16 @@ class TargetReader {
     const std::string_view kind = NameOf(zone.Record());
     if (kind == "FeatureZonePoint") {
       place_.type = datum_target_point;
-      if (const Element point = PointOf(zone)) AddPoint(point);
+      const Element point = PointOf(zone);
+      if (point) AddPoint(point);
+      if (!point) reading_.Lose(zone.Record(), "its point is not in the document");
     } else if (StartsWith(kind, "FeatureZoneCurve")) {
       place_.type = kind == "FeatureZoneCurveCircular" ? datum_target_circle : datum_target_line;
       if (const Element line = zone["Line"]) {
-        AddPoint(Child(line, "StartPoint"));
-        AddPoint(Child(line, "EndPoint"));
+        Fields points(line);
+        AddPoint(points["StartPoint"]);
+        AddPoint(points["EndPoint"]);
+        reading_.SkipRest(points);
       }
     } else {
       place_.type = datum_target_area;
@@ -120,8 +124,12 @@ class TargetReader {
     const Element width = rectangle["Width"];
     AddPoint(rectangle["CornerPoint"]);
     const Units& units = reading_.units;
-    const QENvector along = units.Vector(rectangle["LengthDirection"]);
-    const QENvector across = units.Vector(rectangle["WidthDirection"]);
+    const auto direction = [&](const char* name) {
+      const QENvector vector = units.Vector(rectangle[name]);
+      return QENunit_vector(vector.x(), vector.y(), vector.z());
+    };
+    const QENvector along = direction("LengthDirection");
+    const QENvector across = direction("WidthDirection");
     const QENposition opposite = place_.points.back() + (units.Length(length).value * along +
                                                          units.Length(width).value * across);
     RequireFinite(element, {opposite.x(), opposite.y(), opposite.z()});
@@ -184,11 +192,13 @@ void ReadDatum(Reading& reading, Element element) {
 }  // namespace
 
 void ReadDatums(Reading& reading) {
-  for (const Element element : reading.document.At({"DatumTargetDefinitions"}).children()) {
+  for (const Element element :
+       reading.document.At({"DatumTargetDefinitions"}).children("DatumTarget")) {
     reading.Count("datumTargets");
     reading.Try(element, [&] { TargetReader(reading, element).Read(); });
   }
-  for (const Element element : reading.document.At({"DatumDefinitions"}).children()) {
+  for (const Element element :
+       reading.document.At({"DatumDefinitions"}).children("DatumDefinition")) {
     reading.Count("datums");
     reading.Try(element, [&] { ReadDatum(reading, element); });
   }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "model/Decimals.h"
+#include "readers/qif/DimensionKinds.h"
 #include "readers/qif/Reading.h"
 #include "readers/qif/Text.h"
 
@@ -16,54 +17,16 @@ constexpr const char* kThreadId = "ThreadSpecificationId";
 constexpr const char* kThreadText = "TextSpecification";
 constexpr const char* kFit = "LimitsAndFitsSpecification";
 
-enum class Measure { kLength, kAngle, kPlain };
-
-struct DimensionKind {
-  std::string_view name;
-  dimension_type type;
-  dimension_subtype subtype;
-  Measure measure = Measure::kLength;
-  // Where a feature's definition has the size, when the characteristic states none.
-  const char* field = nullptr;
-  const char* otherField = nullptr;
-  double otherFactor = 1;
+// What is written around a value for the type of its dimension (ASME Y14.5, ISO 129-1).
+struct Marks {
+  const wchar_t* before = L"";
+  const wchar_t* after = L"";
+  bool unknown = false;  // to the model
 };
-
-constexpr DimensionKind kKinds[] = {
-    {"Length", dim_linear, dim_sub_length, Measure::kLength, "Length"},
-    {"Width", dim_linear, dim_sub_width, Measure::kLength, "Width"},
-    {"Height", dim_linear, dim_sub_height},
-    {"Depth", dim_linear, dim_sub_depth, Measure::kLength, "Depth"},
-    {"Thickness", dim_linear, dim_sub_thickness},
-    {"Square", dim_linear, dim_sub_square, Measure::kLength, "Width"},
-    {"DistanceFrom", dim_linear, dim_sub_distance},
-    {"DistanceBetween", dim_linear, dim_sub_distance},
-    {"Chord", dim_linear, dim_sub_chord},
-    {"CurveLength", dim_curve_length, dim_sub_curve_length, Measure::kLength, "Length"},
-    {"Diameter", dim_diametral, dim_sub_diameter, Measure::kLength, "Diameter", "Radius", 2},
-    {"SphericalDiameter", dim_diametral, dim_sub_spherical_diameter, Measure::kLength, "Diameter"},
-    {"Radius", dim_radial, dim_sub_radius, Measure::kLength, "Radius", "Diameter", 0.5},
-    {"SphericalRadius", dim_radial, dim_sub_spherical_radius, Measure::kLength, nullptr, "Diameter",
-     0.5},
-    {"Angle", dim_angular, dim_sub_angle, Measure::kAngle, "FullAngle", "TaperAngle"},
-    {"AngleFrom", dim_angular, dim_sub_angle_between, Measure::kAngle},
-    {"AngleBetween", dim_angular, dim_sub_angle_between, Measure::kAngle},
-    {"LinearCoordinate", dim_coordinate, dim_sub_linear_coordinate},
-    {"AngularCoordinate", dim_coordinate, dim_sub_angular_coordinate, Measure::kAngle},
-    {"ConicalTaper", dim_taper, dim_sub_conical_taper},
-    {"FlatTaper", dim_taper, dim_sub_flat_taper},
-    {"Thread", dim_thread, dim_sub_thread},
-    {"UserDefinedLinear", dim_user_defined, dim_sub_user_defined},
-    {"UserDefinedAngular", dim_user_defined, dim_sub_user_defined, Measure::kAngle},
-    {"UserDefinedTemperature", dim_unknown, dim_sub_unknown, Measure::kPlain},
-    {"UserDefinedArea", dim_unknown, dim_sub_unknown, Measure::kPlain},
-    {"UserDefinedForce", dim_unknown, dim_sub_unknown, Measure::kPlain},
-    {"UserDefinedMass", dim_unknown, dim_sub_unknown, Measure::kPlain},
-    {"UserDefinedPressure", dim_unknown, dim_sub_unknown, Measure::kPlain},
-    {"UserDefinedSpeed", dim_unknown, dim_sub_unknown, Measure::kPlain},
-    {"UserDefinedTime", dim_unknown, dim_sub_unknown, Measure::kPlain},
-    {"UserDefinedUnit", dim_unknown, dim_sub_unknown, Measure::kPlain},
-};
+constexpr Word<Marks> kDimensionTypes[] = {{"UNDEFINED", {}},
+                                           {"BASIC_OR_TED", {L"[", L"]"}},
+                                           {"REFERENCE_OR_AUXILIARY", {L"(", L")"}},
+                                           {"SET", {L"", L"", true}}};
 
 // A written number with the decimal places that are stated for it: 35.2 with two is 35.20.
 std::string WithDecimals(std::string written, int decimals) {
@@ -117,6 +80,19 @@ class DimensionReader {
     return reading_.units.Length(element);
   }
 
+  // The decimals of a value: as stated, or as many as are written.
+  int DecimalsOf(Element element, const Quantity& value) {
+    const Attribute stated = element.attribute("decimalPlaces");
+    if (!stated) return value.decimals;
+    const std::optional<std::uint32_t> decimals = WholeNumber(stated.value());
+    if (decimals.has_value() && *decimals <= kMostDecimals) return static_cast<int>(*decimals);
+    const bool isMany = decimals.has_value();
+    reading_.Skip(isMany ? Severity::kReduced : Severity::kLost, element,
+                  Quote(stated.value()) + (isMany ? " decimal places are more than the model has"
+                                                  : " is no number of decimal places"));
+    return isMany ? kMostDecimals : value.decimals;
+  }
+
   Element DefinitionOf(const Document::Entry& feature) const {
     const Document::Entry* const definition =
         reading_.document.Find(Child(feature.element, "FeatureDefinitionId"));
@@ -127,7 +103,7 @@ class DimensionReader {
     if (const Element target = nominal_["TargetValue"]) {
       const Quantity value = Measured(target);
       fields_.value = reading_.Value("value", value);
-      fields_.value_precision = value.decimals;
+      fields_.value_precision = DecimalsOf(target, value);
       return true;
     }
     if (kind_.type == dim_thread) return ReadThread();
@@ -152,19 +128,19 @@ class DimensionReader {
     Fields thread(entry->element);
     thread.Pass({"Name"});
     if (const Element text = thread[kThreadText]) {
-      fields_.hole_callout = Wide(WordOf(text));
+      fields_.hole_callout = reading_.ShortText(text);
     } else {
       const Quantity diameter = reading_.units.Length(thread["Diameter"]);
       fields_.value = reading_.Value("value", diameter);
-      fields_.value_precision = diameter.decimals;
-      std::string callout = diameter.Written();
+      fields_.value_precision = DecimalsOf(thread["Diameter"], diameter);
+      std::wstring callout = Wide(diameter.Written());
       for (const char* field : {"ThreadDensity", "ThreadSeries", "ThreadToleranceClass"}) {
         const Element part = thread[field];
-        const std::string_view own = WordOf(part);
-        const std::string text(own.empty() ? WordOf(part.first_child()) : own);
-        if (!text.empty()) callout += "-" + text;
+        const bool isNested = TextOf(part).empty() && part.first_child();
+        const std::wstring text = reading_.ShortText(isNested ? part.first_child() : part);
+        if (!text.empty()) callout += L"-" + text;
       }
-      fields_.hole_callout = Wide(callout);
+      fields_.hole_callout = callout;
     }
     reading_.SkipRest(thread);
     return true;
@@ -182,7 +158,7 @@ class DimensionReader {
             ? reading_.document.RequireChild(tolerance.Record(), "DefinitionId").element
             : Element());
     Fields& limits = elsewhere.Record() ? elsewhere : tolerance;
-    const bool asLimits = tolerance.Flag("DefinedAsLimit");
+    const bool asLimits = reading_.Flag(tolerance["DefinedAsLimit"]);
     bool found = false;
     const auto read = [&](const char* name, const char* field, double& deviation, pmi_text& text) {
       const Element element = limits[name];
@@ -192,13 +168,14 @@ class DimensionReader {
       }
       const Quantity limit = Measured(element);
       reading_.Value(std::string(field) + (asLimits ? "Text" : ""), limit);
+      const int decimals = DecimalsOf(element, limit);
       deviation = asLimits ? Difference(limit.value, fields_.value) : limit.value;
       if (asLimits) {
         Quantity drawn = limit;
-        drawn.text = WithDecimals(limit.text, limit.decimals);
+        drawn.text = WithDecimals(limit.text, decimals);
         text = Wide(drawn.Written());
       }
-      fields_.tolerance_precision = std::max<double>(fields_.tolerance_precision, limit.decimals);
+      fields_.tolerance_precision = std::max<double>(fields_.tolerance_precision, decimals);
       found = true;
     };
     read("MaxValue", "upper", fields_.upper_limit, fields_.upper_text);
@@ -216,22 +193,19 @@ class DimensionReader {
     std::wstring suffix;
     if (const Element element = definition_[kFit]) {
       Fields fit(element);
-      suffix = Wide(fit.Word("FormVariance")) + Wide(fit.Word("Grade"));
+      suffix = reading_.ShortText(fit["FormVariance"]) + reading_.ShortText(fit["Grade"]);
       reading_.Skip(Severity::kReduced, element,
                     "the model has the name of the fit, not its limits");
       reading_.SkipRest(fit);
     }
     for (const SizeModifier& modifier : kSizeModifiers) {
-      if (definition_.Flag(modifier.field)) suffix += modifier.drawn;
+      if (reading_.Flag(definition_[modifier.field])) suffix += modifier.drawn;
     }
-    const std::string_view type = definition_.Word("DimensionType");
-    if (type == "REFERENCE_OR_AUXILIARY") {
-      prefix = L"(";
-      suffix += L")";
-    } else if (type == "BASIC_OR_TED") {
-      prefix = L"[";
-      suffix += L"]";
-    }
+    const Element type = definition_["DimensionType"];
+    const Marks marks = reading_.MeaningOf(type, kDimensionTypes, Marks());
+    if (marks.unknown) reading_.Skip(Severity::kReduced, type, "the model has no place for it");
+    prefix += marks.before;
+    suffix += marks.after;
     if (prefix.empty() && suffix.empty()) return;
     fields_.note = &reading_.part.Make<KOVAPMI_NOTE>();
     auto& note = standin::Edit(*fields_.note);
@@ -245,9 +219,12 @@ class DimensionReader {
     std::vector<ENTITY*> others = reading_.AssociatedEntities(origin);
     if (const Element reference = origin["DatumDefinitionId"]) {
       const Document::Entry* const entry = reading_.document.Find(reference);
-      if (entry == nullptr) reading_.Lose(reference, "the datum of its origin does not exist");
-      Fields datum(entry == nullptr ? Element() : entry->element);
-      others = reading_.AssociatedEntities(datum);
+      ENTITY* const datum = entry == nullptr ? nullptr : entry->entity;
+      if (is_ATTRIB_KOVAPMI_DATUM(datum) == 1) {
+        others = reading_.EntitiesUnder({static_cast<const ATTRIB*>(datum)});
+      } else {
+        reading_.Lose(reference, "the datum of its origin is not there");
+      }
     }
     reading_.SkipRest(origin);
     std::unordered_set<const ENTITY*> seen(members.begin(), members.end());
@@ -263,8 +240,10 @@ class DimensionReader {
     const Document::Entry* const entry =
         reading_.document.Find(Child(feature, "FeatureDefinitionId"));
     if (entry == nullptr) return false;
-    return IsTrue(entry->element, "IsCountersunkHole") ||
-           IsTrue(entry->element, "IsCounterboredHole") || IsTrue(entry->element, "IsSpotface");
+    for (const char* field : {"IsCountersunkHole", "IsCounterboredHole", "IsSpotface"}) {
+      if (reading_.Flag(Child(entry->element, field))) return true;
+    }
+    return false;
   }
 
   Reading& reading_;
@@ -278,7 +257,7 @@ class DimensionReader {
 }  // namespace
 
 ENTITY* ReadDimension(Reading& reading, const Characteristic& characteristic) {
-  for (const DimensionKind& kind : kKinds) {
+  for (const DimensionKind& kind : kDimensionKinds) {
     if (kind.name != characteristic.kind) continue;
     return DimensionReader(reading, characteristic, kind).Read();
   }

@@ -26,16 +26,19 @@ using Fonts = std::map<std::string, Font, std::less<>>;
 
 Fonts ReadFonts(Reading& reading, Element list) {
   Fonts fonts;
-  for (const Element element : list.children()) {
+  for (const Element element : list.children("Font")) {
     try {
       Font font;
-      font.fixedPitch = TextOf(element, "Name").find(" Mono") != std::string_view::npos;
-      font.bold = IsTrue(element.attribute("bold").value());
-      font.italic = IsTrue(element.attribute("italic").value());
-      font.underline = IsTrue(element.attribute("underline").value());
-      font.height = reading.units.FromPoints(NumberOf(Child(element, "Size")));
+      Fields fields(element);
+      font.fixedPitch = fields.Text("Name").find(" Mono") != std::string_view::npos;
+      font.bold = reading.Flag(element, "bold", Severity::kReduced);
+      font.italic = reading.Flag(element, "italic", Severity::kReduced);
+      font.underline = reading.Flag(element, "underline", Severity::kReduced);
+      font.height = reading.units.FromPoints(NumberOf(fields["Size"]));
       if (!(font.height <= kLargestFloat)) throw Unreadable(element, "its size is too large");
-      fonts[element.attribute("index").value()] = font;
+      const bool isNew = fonts.emplace(element.attribute("index").value(), font).second;
+      if (!isNew) throw Unreadable(element, "its index is used twice");
+      reading.SkipRest(fields);
     } catch (const Unreadable& problem) {
       reading.Skip(Severity::kReduced, element, problem.what());
     }
@@ -57,13 +60,15 @@ class DisplayReader {
   void Read(std::unordered_set<const ENTITY*>& drawn) {
     const Element element = display_.Record();
     try {
-      const Element reference = Child(display_["Reference"], "Id");
+      Fields references(display_["Reference"]);
+      const Element reference = references["Id"];
       std::string reason;
       const Document::Entry* const entry = reading_.AnnotationAt(reference, reason);
       if (entry == nullptr) {
         return reading_.Skip(Severity::kLost, element, WordOf(reference), reason);
       }
       reading_.Under(std::to_string(entry->id));
+      reading_.SkipRest(references);
       ENTITY& annotation = *entry->entity;
       if (drawn.count(&annotation) != 0) {
         return Reduce(element, "the annotation has a display already");
@@ -98,12 +103,16 @@ class DisplayReader {
     if (drawing_.isAllAround && is_ATTRIB_KOVAPMI_GEOM_TOL(&annotation) != 1) {
       Reduce(display_.Record(), "its leader's all-around mark is left out");
     }
-    for (const Element text : texts_.children()) {
-      if (NameOf(text) != "Text") continue;
-      const std::vector<double> place = NumbersOf(Child(text, "XY"), 2);
+    Fields texts(texts_, Fields::kUnlimited);
+    for (const Element text : texts.All("Text")) {
+      Fields fields(text);
+      fields.Pass({"Data"});
+      const std::vector<double> place = NumbersOf(fields["XY"], 2);
+      reading_.SkipRest(fields);
       if (place[0] == 0 && place[1] == 0) continue;
       Reduce(texts_, "the place of its text in its plane is left out");
     }
+    reading_.SkipRest(texts);
     if (const Element frames = display_["Frames"]) Reduce(frames, "the model has no drawn frames");
     if (const Element graphics = display_["Graphics"]) {
       Reduce(graphics, "the model has no drawn lines and areas");
@@ -115,8 +124,8 @@ class DisplayReader {
     for (const Drawing::Leader& leader : drawing_.leaders) {
       reading_.part.AddLeader(display, leader.tail, leader.head);
     }
-    const Element color = display_["Color"];
     if (!texts_) return;
+    const Element color = display_["Color"];
     auto& properties = reading_.part.Make<KOVAPMI_TEXT_PROPERTIES>();
     auto& fields = standin::Edit(properties);
     const auto font = fonts_.find(std::string_view(texts_.attribute("fontIndex").value()));
@@ -130,9 +139,9 @@ class DisplayReader {
       Reduce(texts_, "its font is not in the document, or could not be read");
     }
     if (const Attribute height = texts_.attribute("lineHeight")) {
-      const double value = height.as_double();
-      if (value > 0 && value <= kLargestFloat) {
-        fields.height = value;
+      const std::optional<double> value = NumberIn(height.value());
+      if (value.has_value() && *value > 0 && *value <= kLargestFloat) {
+        fields.height = *value;
       } else {
         Reduce(texts_, "its height " + Quote(height.value()) + " is out of range");
       }
@@ -199,8 +208,7 @@ class DisplayReader {
   // Texts outside the rectangle that all the compartments of a frame make.
   void UseTextsAroundFrame(KOVAPMI_NOTE*& note) {
     double left = HUGE_VAL, right = -HUGE_VAL, bottom = HUGE_VAL, top = -HUGE_VAL;
-    for (const Element frame : display_["Frames"].children()) {
-      if (NameOf(frame) != "FrameRectangular") continue;
+    for (const Element frame : display_["Frames"].children("FrameRectangular")) {
       const std::vector<double> corner = NumbersOf(Child(frame, "XY"), 2);
       left = std::min(left, corner[0]);
       bottom = std::min(bottom, corner[1]);
@@ -208,7 +216,7 @@ class DisplayReader {
       top = std::max(top, corner[1] + NumberOf(Child(frame, "Height")));
     }
     if (!(left < right)) return;
-    for (const Element text : texts_.children()) {
+    for (const Element text : texts_.children("Text")) {
       const std::vector<double> place = NumbersOf(Child(text, "XY"), 2);
       pmi_text KOVAPMI_NOTE::fields::*side = nullptr;
       if (place[0] < left) side = &KOVAPMI_NOTE::fields::before;
@@ -235,7 +243,7 @@ void ReadDisplays(Reading& reading) {
   const Element set = reading.document.At({"Product", "VisualizationSet"});
   const Fonts fonts = ReadFonts(reading, Child(set, "Fonts"));
   std::unordered_set<const ENTITY*> drawn;
-  for (const Element display : Child(set, "PMIDisplaySet").children()) {
+  for (const Element display : Child(set, "PMIDisplaySet").children("PMIDisplay")) {
     reading.Count("displays");
     reading.Under({});
     DisplayReader(reading, fonts, display).Read(drawn);

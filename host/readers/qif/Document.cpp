@@ -1,7 +1,6 @@
 #include "readers/qif/Document.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "readers/qif/Encoding.h"
 
@@ -10,15 +9,6 @@ namespace qif {
 namespace {
 
 constexpr const char* kNamespace = "http://qifstandards.org/xsd/qif3";
-
-std::optional<std::uint32_t> ParseId(std::string_view text) {
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  std::uint32_t id = 0;
-  const char* const last = text.data() + text.size();
-  const auto [end, error] = std::from_chars(text.data(), last, id);
-  if (error != std::errc() || end != last) return std::nullopt;
-  return id;
-}
 
 }  // namespace
 
@@ -55,7 +45,7 @@ void Document::Index() {
   const auto add = [&](Element element) {
     const Attribute attribute = element.attribute("id");
     if (!attribute) return;
-    const std::optional<std::uint32_t> id = ParseId(attribute.value());
+    const std::optional<std::uint32_t> id = WholeNumber(attribute.value());
     if (!id.has_value()) Fail(element, Quote(attribute.value()) + " is not an id");
     sorted = sorted && (entries_.empty() || entries_.back().id < *id);
     entries_.push_back({*id, element, nullptr});
@@ -93,23 +83,22 @@ Element Document::At(std::initializer_list<const char*> path) const {
 Document::Entry* Document::Find(Element reference) {
   if (reference.attribute("xId")) return nullptr;
   const std::string_view text = WordOf(reference);
-  const std::optional<std::uint32_t> id = text.empty() ? std::nullopt : ParseId(text);
-  if (!id.has_value()) return nullptr;
-  const auto found =
-      std::lower_bound(entries_.begin(), entries_.end(), *id,
-                       [](const Entry& entry, std::uint32_t wanted) { return entry.id < wanted; });
-  return found == entries_.end() || found->id != *id ? nullptr : &*found;
+  const std::optional<std::uint32_t> id = WholeNumber(text);
+  return id.has_value() ? At(*id) : nullptr;
 }
 
-Document::Entry& Document::EntryOf(Element element) {
-  const std::uint32_t id = element.attribute("id").as_uint();
+Document::Entry* Document::At(std::uint32_t id) {
   const auto found =
       std::lower_bound(entries_.begin(), entries_.end(), id,
                        [](const Entry& entry, std::uint32_t wanted) { return entry.id < wanted; });
-  if (found == entries_.end() || found->id != id) {
-    Fail(element, std::string(NameOf(element)) + " has no id");
-  }
-  return *found;
+  return found == entries_.end() || found->id != id ? nullptr : &*found;
+}
+
+Document::Entry& Document::EntryOf(Element element) {
+  const std::optional<std::uint32_t> id = WholeNumber(element.attribute("id").value());
+  Entry* const entry = id.has_value() ? At(*id) : nullptr;
+  if (entry == nullptr) Fail(element, std::string(NameOf(element)) + " has no id");
+  return *entry;
 }
 
 Document::Entry& Document::Require(Element reference, std::string_view kind) {

@@ -45,6 +45,7 @@ class Document {
 
  private:
   [[noreturn]] void FailAt(Place place, const std::string& what) const;
+  Entry* At(std::uint32_t id);
   static bool MayHoldIds(std::string_view name);
   void Index();
 

@@ -35,10 +35,9 @@ class DrawingReader {
 
   // Throws unless places are numbers that a view can have, which are of single precision.
   void RequireInView(Element element, const QENposition& place) const {
-    RequireFinite(element, {place.x(), place.y(), place.z()});
     constexpr double kFurthest = std::numeric_limits<float>::max();
     for (const double value : {place.x(), place.y(), place.z()}) {
-      if (std::abs(value) > kFurthest) {
+      if (!(std::abs(value) <= kFurthest)) {
         throw Unreadable(element, std::string(NameOf(element)) + " is too far away");
       }
     }
@@ -62,9 +61,12 @@ class DrawingReader {
         reading_.document.Find(Child(plane["AnnotationViewId"], "Id"));
     if (view == nullptr) throw Unreadable(plane.Record(), "its annotation view does not exist");
     const Units& units = reading_.units;
-    drawing_.normal = Unit(units.Vector(Child(view->element, "Normal")));
-    Element direction = plane["Direction"];
-    if (!direction) direction = Child(view->element, "Direction");
+    Fields axes(view->element);
+    drawing_.normal = Unit(units.Vector(axes["Normal"]));
+    const Element byDefault = axes["Direction"];
+    reading_.SkipRest(axes);
+    const Element own = plane["Direction"];
+    const Element direction = own ? own : byDefault;
     drawing_.direction = Unit(units.Vector(direction));
     y_ = Unit(cross(drawing_.normal, drawing_.direction));
     if (!(y_.length_squared() > 0)) {
@@ -92,13 +94,10 @@ class DrawingReader {
         continue;
       }
       if (leader["Center"]) Reduce(element, "its arc is taken as its chord");
-      leader.Pass({"HeadForm", "HeadForm2", "HeadHeight"});
-      Reduce(element, "the form and size of its heads are left out");
-      const std::string_view modifier = leader.Word("Modifier");
-      drawing_.isAllAround = drawing_.isAllAround || StartsWith(modifier, "ALL_AROUND");
-      if (!modifier.empty() && modifier != "ALL_AROUND") {
-        Reduce(element, "its modifier " + Quote(modifier) + " is left out");
+      if (HasAny(leader, {"HeadForm", "HeadForm2", "HeadHeight"})) {
+        Reduce(element, "the form and size of its heads are left out");
       }
+      ReadModifier(leader["Modifier"]);
       reading_.SkipRest(leader);
     }
     Fields lines(display_["WitnessLines"]);
@@ -108,6 +107,26 @@ class DrawingReader {
     } else {
       Reduce(lines.Record(), "the model has them on dimensions only");
     }
+  }
+
+  static bool HasAny(Fields& record, std::initializer_list<const char*> names) {
+    bool has = false;
+    for (const char* name : names) has = bool(record[name]) || has;
+    return has;
+  }
+
+  void ReadModifier(Element modifier) {
+    struct Meaning {
+      bool isAllAround = false;
+      bool isMore = false;  // than the model has
+    };
+    constexpr Word<Meaning> kModifiers[] = {{"ALL_AROUND", {true, false}},
+                                            {"ALL_AROUND_FLAG", {true, true}},
+                                            {"ALL_OVER", {false, true}},
+                                            {"FLAG", {false, true}}};
+    const Meaning meaning = reading_.MeaningOf(modifier, kModifiers, Meaning());
+    drawing_.isAllAround = drawing_.isAllAround || meaning.isAllAround;
+    if (meaning.isMore) Reduce(modifier, "the model has no such mark: " + Quote(TextOf(modifier)));
   }
 
   // Where a leader ends, at the text. A line that goes on to the text bends at its end point.
@@ -150,9 +169,12 @@ class DrawingReader {
   // an arc: its ends and its centre.
   void ReadWitnessLines(Fields& lines) {
     if (const Element first = lines["Segment1"]) {
-      const Element second = lines["Segment2"];
-      drawing_.extensionLines = {At(Child(first, "StartPoint")), At(Child(second, "StartPoint")),
-                                 At(Child(first, "EndPoint"))};
+      Fields one(first);
+      Fields two(lines["Segment2"]);
+      drawing_.extensionLines = {At(one["StartPoint"]), At(two["StartPoint"]), At(one["EndPoint"])};
+      two.Pass({"EndPoint"});
+      reading_.SkipRest(one);
+      reading_.SkipRest(two);
       Reduce(lines.Record(), "the end of its second line is left out");
     } else {
       drawing_.extensionLines = {At(lines["BeginPoint"]), At(lines["EndPoint"]),

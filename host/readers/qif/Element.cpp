@@ -1,9 +1,9 @@
 #include "readers/qif/Element.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <locale>
-#include <optional>
 #include <sstream>
 
 namespace qif {
@@ -21,7 +21,11 @@ std::string_view Trim(std::string_view text) {
 }
 
 // Reads the number that `text` starts with and takes it off. One that is too large is infinite.
-std::optional<double> TakeNumber(std::string_view& text) {
+struct Number {
+  double value;
+  bool isTooSmall;  // 0, but not written so
+};
+std::optional<Number> TakeNumber(std::string_view& text) {
   text = Trim(text);
   if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
   double value = 0;
@@ -34,16 +38,9 @@ std::optional<double> TakeNumber(std::string_view& text) {
     again.imbue(std::locale::classic());
     if (!(again >> value)) value = HUGE_VAL;
   }
+  const std::string_view digits = text.substr(0, std::min(used, text.find_first_of("eE")));
   text.remove_prefix(used);
-  return value;
-}
-
-template <typename Number>
-Number StartOf(std::string_view text) {
-  Number value = 0;
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  return result.ec == std::errc() ? value : 0;
+  return Number{value, value == 0 && digits.find_first_of("123456789") != std::string_view::npos};
 }
 
 [[noreturn]] void ThrowTooManyFields(Element element) {
@@ -54,10 +51,6 @@ Number StartOf(std::string_view text) {
 
 // --- Elements ------------------------------------------------------------------------------------
 
-int Attribute::as_int() const { return StartOf<int>(value()); }
-unsigned Attribute::as_uint() const { return StartOf<unsigned>(value()); }
-double Attribute::as_double() const { return StartOf<double>(value()); }
-
 Attribute Element::attribute(std::string_view name) const {
   const std::uint32_t count = node_ == nullptr ? 0 : node_->fieldCount;
   for (std::uint32_t i = 0; i < count; ++i) {
@@ -67,6 +60,10 @@ Attribute Element::attribute(std::string_view name) const {
 }
 
 std::string_view NameOf(Element element) { return element.name(); }
+
+bool EndsWith(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
 
 long LineOf(Element element) { return element ? static_cast<long>(element.node()->line) : 0; }
 
@@ -100,10 +97,6 @@ std::string_view WordOf(Element parent, std::string_view name) {
   return WordOf(Child(parent, name));
 }
 
-bool IsTrue(std::string_view text) { return text == "true" || text == "1"; }
-
-bool IsTrue(Element parent, std::string_view name) { return IsTrue(WordOf(parent, name)); }
-
 Element Next(Element element, Element root, bool descend) {
   if (descend && element.first_child()) return element.first_child();
   while (element && element != root) {
@@ -115,6 +108,22 @@ Element Next(Element element, Element root, bool descend) {
 
 // --- Numbers -------------------------------------------------------------------------------------
 
+std::optional<double> NumberIn(std::string_view text) {
+  const std::optional<Number> number = TakeNumber(text);
+  const bool isOne = number.has_value() && Trim(text).empty();
+  if (!isOne || number->isTooSmall || std::isinf(number->value)) return std::nullopt;
+  return number->value;
+}
+
+std::optional<std::uint32_t> WholeNumber(std::string_view text) {
+  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  std::uint32_t number = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, number);
+  if (error != std::errc() || end != last) return std::nullopt;
+  return number;
+}
+
 double NumberOf(Element element) { return NumbersOf(element, 1).front(); }
 
 std::vector<double> NumbersOf(Element element, std::size_t count) {
@@ -122,16 +131,29 @@ std::vector<double> NumbersOf(Element element, std::size_t count) {
   std::string_view text = WordOf(element);
   const auto fail = [element](const std::string& what) {
     throw Unreadable(element,
-                     std::string(NameOf(element)) + " " + Quote(WordOf(element)) + " is " + what);
+                     std::string(NameOf(element)) + " " + Quote(TextOf(element)) + " is " + what);
   };
   while (numbers.size() < count) {
-    const std::optional<double> number = TakeNumber(text);
+    const std::optional<Number> number = TakeNumber(text);
     if (!number.has_value()) break;
-    if (std::isinf(*number)) fail("larger than any number that is read");
-    numbers.push_back(*number);
+    if (std::isinf(number->value)) fail("larger than any number that is read");
+    if (number->isTooSmall) fail("smaller than any number that is read");
+    numbers.push_back(number->value);
   }
-  if (numbers.size() < count || !Trim(text).empty()) {
+  if (numbers.size() < count || !Trim(text).empty() || element.first_child()) {
     fail(count == 1 ? "not a number" : "not " + std::to_string(count) + " numbers");
+  }
+  return numbers;
+}
+
+std::vector<double> NumberListOf(Element element, std::string_view text) {
+  std::vector<double> numbers;
+  while (!Trim(text).empty()) {
+    const std::optional<Number> number = TakeNumber(text);
+    if (!number.has_value() || std::isinf(number->value)) {
+      throw Unreadable(element, std::string(NameOf(element)) + " holds what is no number");
+    }
+    numbers.push_back(number->value);
   }
   return numbers;
 }

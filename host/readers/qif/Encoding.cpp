@@ -50,10 +50,11 @@ std::string Unpacked(std::string_view bytes) {
       inflateReset(&stream);
     } else if (status == Z_BUF_ERROR ||
                (status == Z_OK && stream.avail_in == 0 && stream.avail_out != 0 && bytes.empty())) {
-      throw Malformed("its gzip data is truncated");
+      throw Malformed("its gzip data is truncated", PlaceAt(text, text.size()));
     } else if (status != Z_OK) {
       throw Malformed("its gzip data is damaged" +
-                      (stream.msg == nullptr ? "" : " (" + std::string(stream.msg) + ")"));
+                          (stream.msg == nullptr ? "" : " (" + std::string(stream.msg) + ")"),
+                      PlaceAt(text, text.size()));
     }
   }
 }
@@ -119,10 +120,12 @@ std::string Converted(std::string_view bytes, const std::string& encoding) {
   return text;
 }
 
-// Throws for what is no document of any encoding.
+// Throws for files of other kinds.
 void RequireText(std::string_view bytes) {
   const std::size_t first = bytes.find_first_not_of(" \t\r\n");
-  if (first == std::string_view::npos) throw Malformed("the document is empty");
+  if (first == std::string_view::npos) {
+    throw Malformed("the document is empty", PlaceAt(bytes, bytes.size()));
+  }
   if (StartsWith(bytes.substr(first), "ISO-10303-21")) {
     throw Malformed("this is a STEP file in another form; give it plain, not compressed");
   }
@@ -147,8 +150,9 @@ std::string_view ToUtf8(std::string_view bytes, std::string& storage) {
   }
   if (StartsWith(bytes, kMark)) bytes.remove_prefix(kMark.size());
   RequireText(bytes);
-  // Control characters before the first bracket: no text at all.
-  const std::string_view start = bytes.substr(0, std::min<std::size_t>(bytes.find('<'), 1000));
+  // What does not start as a document, but with control characters, is no text at all.
+  const bool isMarkup = bytes[bytes.find_first_not_of(" \t\r\n")] == '<';
+  const std::string_view start = bytes.substr(0, isMarkup ? 0 : 4096);
   if (std::any_of(start.begin(), start.end(), [](char c) {
         return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\r' && c != '\n';
       })) {

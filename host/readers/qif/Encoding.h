@@ -11,8 +11,9 @@ namespace qif {
 // they are compressed by gzip, and converted from the encoding that the mark or the declaration
 // names. The answer is a part of `bytes` or all of `storage`, and lives as long.
 //
-// Throws Malformed for what can't be converted, for a document that expands to more than a hundred
-// times its size or 1 GB, and for what is plainly no document, which it calls by its kind.
+// Throws Malformed, with the place in the unpacked text where there is one, for bytes that can't be
+// converted, for a document that expands to more than a hundred times its size or 1 GB, and for
+// files of other kinds (STEP, zip, binary), which it names.
 std::string_view ToUtf8(std::string_view bytes, std::string& storage);
 
 }  // namespace qif

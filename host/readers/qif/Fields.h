@@ -1,6 +1,7 @@
 #pragma once
 
 #include <limits>
+#include <unordered_set>
 
 #include "readers/qif/Element.h"
 
@@ -28,20 +29,26 @@ class Fields {
   // What Element.h reads of such a field.
   std::string_view Text(std::string_view name) { return TextOf((*this)[name]); }
   std::string_view Word(std::string_view name) { return WordOf((*this)[name]); }
-  bool Flag(std::string_view name) { return IsTrue(Word(name)); }
+  // The fields of a name.
+  std::vector<Element> All(std::string_view name);
   // The fields whose name has a certain part.
   std::vector<Element> AllWith(std::string_view part);
   // Counts fields as read that tie elements together or say nothing of PMI.
   void Pass(std::initializer_list<std::string_view> names);
 
-  // The fields that were not read, without those that are plainly off and applications' own data.
+  // The fields that were not read, without Doubled, those that are plainly off and applications'
+  // own data.
   std::vector<Element> Rest() const;
+  // The fields that were not read because one of their name was read before.
+  std::vector<Element> Doubled() const;
 
  private:
   struct Field {
     Element element;
     bool isRead = false;
   };
+
+  std::unordered_set<std::string_view> NamesRead() const;
 
   Element record_;
   std::vector<Field> fields_;

@@ -17,6 +17,10 @@ void ReadNote(Reading& reading, Element element, bool isFlag, const char* count)
   reading.document.EntryOf(element).entity = &note;
   reading.Describe(note, element, isFlag ? "flag note" : "note",
                    element.attribute("label").value());
+  constexpr Word<bool> kForms[] = {{"3D", false}, {"SCREEN", true}};
+  if (reading.MeaningOf(element, "form", kForms, false)) {
+    reading.Skip(Severity::kReduced, element, "the model has no places on the screen");
+  }
   reading.SkipRest(fields);
 }
 
@@ -24,15 +28,16 @@ void ReadNote(Reading& reading, Element element, bool isFlag, const char* count)
 
 void ReadNotes(Reading& reading) {
   const Element product = reading.document.At({"Product"});
-  for (const Element note : Child(product, "NoteSet").children()) {
-    const bool isFlag = NameOf(note) == "NoteFlag";
-    reading.Try(note, [&] { ReadNote(reading, note, isFlag, isFlag ? "flagNotes" : "notes"); });
+  for (const Element note : Child(product, "NoteSet").children("Note")) {
+    reading.Try(note, [&] { ReadNote(reading, note, false, "notes"); });
   }
-  for (const Element note : Child(product, "NoteFlagSet").children()) {
-    reading.Try(note, [&] { ReadNote(reading, note, true, "flagNotes"); });
+  for (const char* set : {"NoteSet", "NoteFlagSet"}) {
+    for (const Element note : Child(product, set).children("NoteFlag")) {
+      reading.Try(note, [&] { ReadNote(reading, note, true, "flagNotes"); });
+    }
   }
   // A note on the part as a whole is on none of its entities.
-  for (const Element note : Child(product, "PartNoteSet").children()) {
+  for (const Element note : Child(product, "PartNoteSet").children("PartNote")) {
     reading.Try(note, [&] { ReadNote(reading, note, false, "partNotes"); });
   }
 }

@@ -104,6 +104,26 @@ void Reading::SkipRest(const Fields& record) {
     const std::string_view id = IdOf(OwnerOf(record.Record()));
     Skip(Severity::kReduced, field, id, "the model has no place for it");
   }
+  SkipDoubled(record);
+  for (const char* attribute : {"width", "zoneVariance", "hatching", "size", "transparency"}) {
+    if (!record.Record().attribute(attribute)) continue;
+    Skip(Severity::kReduced, record.Record(), "its " + std::string(attribute) + " is left out");
+  }
+}
+
+void Reading::SkipDoubled(const Fields& record) {
+  for (const Element field : record.Doubled()) {
+    const std::string_view id = IdOf(OwnerOf(record.Record()));
+    Skip(Severity::kLost, field, id, "it is stated already; the first is taken");
+  }
+}
+
+std::wstring Reading::ShortText(Element field) {
+  const std::string_view text = WordOf(field);
+  if (text.empty() && !TextOf(field).empty()) {
+    Skip(Severity::kLost, field, "its text is too long");
+  }
+  return Wide(text);
 }
 
 double Reading::Value(const std::string& field, const Quantity& quantity) {
@@ -116,7 +136,8 @@ void Reading::Describe(ENTITY& entity, Element element, const char* kind, std::s
   part.Id(entity, id.c_str());
   if (!name.empty()) part.Name(entity, Wide(name).c_str());
   model.labels[&entity] = {kind, name.empty() ? id : std::string(name)};
-  if (IsTrue(element.attribute("hidden").value())) part.Hide(entity);
+  const bool isPmi = !annotation_.empty();
+  if (Flag(element, "hidden", isPmi ? Severity::kLost : Severity::kIgnored)) part.Hide(entity);
   if (!written_.empty()) model.written[&entity] = std::exchange(written_, {});
 }
 

@@ -11,6 +11,23 @@
 
 namespace qif {
 
+// A word that documents have for something, and what it means.
+template <typename Meaning>
+struct Word {
+  std::string_view text;
+  Meaning meaning;
+};
+
+constexpr Word<bool> kBooleans[] = {{"true", true}, {"false", false}, {"1", true}, {"0", false}};
+constexpr Word<zone_modifier_type> kMaterialConditions[] = {
+    {"NONE", zone_mod_none},
+    {"MAXIMUM", zone_mod_maximum_material},
+    {"LEAST", zone_mod_least_material},
+    {"REGARDLESS", zone_mod_regardless_of_feature_size},
+    {"MAXIMUM_RPR", zone_mod_maximum_material_reciprocity},
+    {"LEAST_RPR", zone_mod_least_material_reciprocity},
+};
+
 // A document being turned into a model: what the steps below share. Each step reads one subject.
 class Reading {
  public:
@@ -30,8 +47,8 @@ class Reading {
 
   // --- The account ---
 
-  // Does the work for an annotation or capture under its id; a value that cannot be read costs it.
-  // What is skipped meanwhile is listed under the id too.
+  // Does the work for an annotation or capture; when a value of it cannot be read, it is listed as
+  // lost. Elements that are skipped meanwhile are listed under its id, too.
   template <typename Work>
   void Try(Element element, Work work) {
     Under(element.attribute("id").value());
@@ -51,13 +68,40 @@ class Reading {
   // that of the annotation.
   void Skip(Severity severity, Element element, const std::string& reason);
   void Skip(Severity severity, Element element, std::string_view id, const std::string& reason);
-  // Lists a reference that names nothing in the model as lost by what it stands in.
+  // Lists a reference that names nothing in the model as lost, under the element that holds it.
   void Lose(Element reference, const std::string& reason);
   // Lists an element as lost to a value that cannot be read.
   void Lose(Element element, const Unreadable& problem);
-  // Lists the fields of a record that were not read.
+  // Lists the fields of a record that were not read, as lost where a field of the name was read
+  // before and as reduced otherwise, and its attributes that nobody reads.
   void SkipRest(const Fields& record);
+  // Lists only the first of these.
+  void SkipDoubled(const Fields& record);
   void Count(const char* kind, long more = 1) { model.counts[kind] += more; }
+
+  // --- Words. What is no word of the list is listed and `otherwise`, as what is missing is. ---
+
+  template <typename Meaning, std::size_t kCount>
+  Meaning MeaningOf(Element field, const Word<Meaning> (&words)[kCount], Meaning otherwise) {
+    if (!field) return otherwise;
+    return Find(words, field, TextOf(field), otherwise, Severity::kLost);
+  }
+  // Of an attribute.
+  template <typename Meaning, std::size_t kCount>
+  Meaning MeaningOf(Element of, const char* attribute, const Word<Meaning> (&words)[kCount],
+                    Meaning otherwise, Severity severity = Severity::kLost) {
+    const Attribute stated = of.attribute(attribute);
+    return stated ? Find(words, of, stated.value(), otherwise, severity) : otherwise;
+  }
+  bool Flag(Element field) { return MeaningOf(field, kBooleans, false); }
+  bool Flag(Element of, const char* attribute, Severity severity = Severity::kLost) {
+    return MeaningOf(of, attribute, kBooleans, false, severity);
+  }
+  // The text of a field that many may refer to. One that is too long for that is listed as lost,
+  // and empty.
+  std::wstring ShortText(Element field);
+
+  // --- Values ---
 
   // A value of the annotation that is being read. It is kept as written where its unit is not the
   // model's, under the field's name in the report; the one that is described next gets it.
@@ -68,11 +112,11 @@ class Reading {
 
   // --- Associations ---
 
-  // What PMI on these entities hangs on: the entity itself, or a collection of several. PMI on none
-  // hangs on an empty collection, which makes it PMI on no entity.
+  // The owner for PMI that applies to these entities: the entity itself, or a collection of
+  // several. For PMI that applies to no entity it is an empty collection.
   ENTITY& Carrier(const std::vector<ENTITY*>& entities);
 
-  // What annotations with such carriers lie on, each entity once.
+  // The entities that annotations of these owners apply to, each once.
   std::vector<ENTITY*> EntitiesUnder(const std::vector<const ATTRIB*>& annotations);
 
   // The topology that a reference names. Null, and listed as lost, when it names none.
@@ -115,6 +159,15 @@ class Reading {
 
   void Add(Severity severity, Element element, std::string_view id, const std::string& reason,
            Element place);
+  template <typename Meaning, std::size_t kCount>
+  Meaning Find(const Word<Meaning> (&words)[kCount], Element at, std::string_view text,
+               Meaning otherwise, Severity severity) {
+    for (const Word<Meaning>& word : words) {
+      if (word.text == text) return word.meaning;
+    }
+    Skip(severity, at, "what it means by " + Quote(text) + " is not known");
+    return otherwise;
+  }
 
   // Counts associations. Throws ModelError when there are more than a model can have.
   void Spend(std::size_t associations);
@@ -132,6 +185,7 @@ class Reading {
 
 // --- Steps, in order -----------------------------------------------------------------------------
 
+void ListOtherSections(Reading& reading);
 void ReadTopology(Reading& reading);
 void ReadDatums(Reading& reading);
 void ReadCharacteristics(Reading& reading);

@@ -18,21 +18,19 @@ std::wstring LayOf(std::string_view lay) {
   return Wide(lay);
 }
 
-roughness_obtention_type ObtentionOf(std::string_view obtention) {
-  if (obtention == "MACHINING_MANDATORY") return roughness_obtention_machining_mandatory;
-  if (obtention == "MACHINING_FORBIDDEN") return roughness_obtention_machining_forbidden;
-  if (obtention == "UNSUPPORTED") return roughness_obtention_unknown;
-  return roughness_obtention_unspecified;
-}
+constexpr Word<roughness_obtention_type> kObtentions[] = {
+    {"UNDEFINED", roughness_obtention_unspecified},
+    {"UNSUPPORTED", roughness_obtention_unknown},
+    {"MACHINING_MANDATORY", roughness_obtention_machining_mandatory},
+    {"MACHINING_FORBIDDEN", roughness_obtention_machining_forbidden},
+};
 
-roughness_applicability_type ApplicabilityOf(std::string_view applicability) {
-  if (applicability == "SPECIFIED_SURFACE_ONLY") {
-    return roughness_applicability_specified_surface_only;
-  }
-  if (applicability == "ALL_PART_SURFACES") return roughness_applicability_all_part_surfaces;
-  if (applicability == "BASIC_SURFACE") return roughness_applicability_basic_surface;
-  return roughness_applicability_unknown;
-}
+constexpr Word<roughness_applicability_type> kApplicabilities[] = {
+    {"UNSUPPORTED", roughness_applicability_unknown},
+    {"SPECIFIED_SURFACE_ONLY", roughness_applicability_specified_surface_only},
+    {"ALL_PART_SURFACES", roughness_applicability_all_part_surfaces},
+    {"BASIC_SURFACE", roughness_applicability_basic_surface},
+};
 
 }  // namespace
 
@@ -61,8 +59,10 @@ ENTITY* ReadTexture(Reading& reading, const Characteristic& characteristic) {
   ENTITY& carrier = reading.Carrier(reading.AssociatedEntities(nominal));
   auto& texture = reading.part.Make<ATTRIB_KOVAPMI_ROUGHNESS>(&carrier);
   auto& fields = standin::Edit(texture);
-  fields.obtention = ObtentionOf(nominal.Text("Obtention"));
-  fields.applicability = ApplicabilityOf(nominal.Text("Applicability"));
+  fields.obtention =
+      reading.MeaningOf(nominal["Obtention"], kObtentions, roughness_obtention_unspecified);
+  fields.applicability = reading.MeaningOf(nominal["Applicability"], kApplicabilities,
+                                           roughness_applicability_unknown);
   fields.texts = std::move(texts);
   return &texture;
 }

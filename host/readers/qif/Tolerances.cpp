@@ -61,14 +61,18 @@ constexpr FieldModifier kLengths[] = {
     {"UnequallyDisposedZone", zone_mod_unequally_disposed},
 };
 
-zone_modifier_type MaterialModifier(std::string_view condition) {
-  if (condition == "MAXIMUM") return zone_mod_maximum_material;
-  if (condition == "LEAST") return zone_mod_least_material;
-  if (condition == "REGARDLESS") return zone_mod_regardless_of_feature_size;
-  if (condition == "MAXIMUM_RPR") return zone_mod_maximum_material_reciprocity;
-  if (condition == "LEAST_RPR") return zone_mod_least_material_reciprocity;
-  return zone_mod_none;
-}
+// All around is a flag, any other extent a text below the frame.
+struct Extent {
+  bool allAround = false;
+  const wchar_t* text = L"";
+};
+constexpr Word<Extent> kExtents[] = {
+    {"UNDEFINED", {}},
+    {"ALL_AROUND", {true}},
+    {"ALL_AROUND_THIS_SIDE", {true, L"ALL AROUND THIS SIDE"}},
+    {"ALL_OVER", {false, L"ALL OVER"}},
+    {"ALL_OVER_THIS_SIDE", {false, L"ALL OVER THIS SIDE"}},
+};
 
 // The parts of the names of fields that a row may have several of.
 constexpr std::string_view kPerUnit = "ToleranceZonePerUnit";
@@ -132,23 +136,29 @@ class ToleranceReader {
   }
 
   double Length(Element element, const std::string& field) {
+    if (element.attribute("decimalPlaces")) {
+      reading_.Skip(Severity::kReduced, element, "its number of decimal places is left out");
+    }
     return reading_.Value(field, reading_.units.Length(element));
   }
 
   void ReadShape(Fields& source, KOVAPMI_GEOM_TOL_ROW& row) {
     Fields shape(source["ZoneShape"]);
-    shape.Pass({"PlanarZone"});  // which has no symbol
     auto& fields = standin::Edit(row);
-    for (const auto& [name, type] : {std::pair("DiametricalZone", mod_dia_diametrical),
-                                     std::pair("SphericalZone", mod_dia_spherical)}) {
+    for (const auto& [name, type] :
+         {std::pair("PlanarZone", mod_dia_none), std::pair("DiametricalZone", mod_dia_diametrical),
+          std::pair("SphericalZone", mod_dia_spherical)}) {
       Fields zone(shape[name]);
       if (zone.Record()) fields.zone_shape = type;
       reading_.SkipRest(zone);
     }
     Fields other(shape["NonDiametricalZone"]);
-    if (other.Flag("BoundaryZone")) reading_.part.AddModifier(row, zone_mod_boundary);
+    if (reading_.Flag(other["BoundaryZone"])) reading_.part.AddModifier(row, zone_mod_boundary);
     reading_.SkipRest(other);
-    reading_.SkipRest(shape);
+    for (const Element unknown : shape.Rest()) {
+      reading_.Skip(Severity::kLost, unknown, "the model has no such zone");
+    }
+    reading_.SkipDoubled(shape);
   }
 
   // A tolerance on a unit basis refines the one on the whole, or stands alone.
@@ -180,28 +190,27 @@ class ToleranceReader {
       const std::string field = at + "modifiers[" + std::to_string(index) + "].magnitude";
       reading_.part.AddModifier(row, type, Length(length, field));
     };
-    const zone_modifier_type material = MaterialModifier(source.Word("MaterialCondition"));
+    const zone_modifier_type material =
+        reading_.MeaningOf(source["MaterialCondition"], kMaterialConditions, zone_mod_none);
     if (material != zone_mod_none) add(material);
     for (const auto& [field, type] : kFlags) {
-      if (source.Flag(field)) add(type);
+      if (reading_.Flag(source[field])) add(type);
     }
     for (const auto& [field, type] : kLengths) {
       if (const Element length = source[field]) add(type, length);
     }
   }
 
-  // All around is a flag; any other extent is a text below the frame.
   void ReadExtent(ATTRIB_KOVAPMI_GEOM_TOL::fields& tolerance) {
-    Fields extent(definition_["Extent"]);
-    std::string text(extent.Word("ExtentEnum"));
-    if (text == "ALL_AROUND" || text == "ALL_AROUND_THIS_SIDE") tolerance.all_around = 1;
-    if (text == "ALL_AROUND" || text == "UNDEFINED") text.clear();
-    for (char& c : text) c = c == '_' ? ' ' : c;
-    if (text.empty()) text = extent.Word("OtherExtent");
-    reading_.SkipRest(extent);
+    Fields fields(definition_["Extent"]);
+    const Extent extent = reading_.MeaningOf(fields["ExtentEnum"], kExtents, Extent());
+    if (extent.allAround) tolerance.all_around = 1;
+    std::wstring text = extent.text;
+    if (text.empty()) text = reading_.ShortText(fields["OtherExtent"]);
+    reading_.SkipRest(fields);
     if (text.empty()) return;
     tolerance.note = &reading_.part.Make<KOVAPMI_NOTE>();
-    standin::Edit(*tolerance.note).lower = Wide(text);
+    standin::Edit(*tolerance.note).lower = text;
   }
 
   Reading& reading_;

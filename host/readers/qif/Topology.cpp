@@ -27,6 +27,13 @@ class TopologyReader {
     for (const Element face : List("FaceSet", "FaceMesh", "faces")) ReadFace(face);
     for (const Element body : List("BodySet", "Body", "bodies")) ReadBody(body);
     SkipLoose();
+    for (const char* definition : {"PartSet", "AssemblySet"}) {
+      for (const Element part : document_.At({"Product", definition}).children()) {
+        for (const Element model : Child(part, "DefinitionExternal").children()) {
+          for (const Element entity : Child(model, "Entities").children()) ReadExternal(entity);
+        }
+      }
+    }
   }
 
  private:
@@ -136,6 +143,30 @@ class TopologyReader {
     const Document::Entry& entry = document_.Require(reference, kind);
     if (entry.entity == nullptr) document_.Fail(reference, "this entity is misplaced");
     return entry.entity;
+  }
+
+  // An entity of the part's own file, of which nothing is known but its name. What it is stands in
+  // its description; one that is not described is taken as a face.
+  void ReadExternal(Element element) {
+    const std::string_view kind = TextOf(element, "Description");
+    const std::string_view name = TextOf(element, "Name");
+    const std::string id(TextOf(element, "EntityId"));
+    ENTITY* entity = nullptr;
+    if (kind == "body") {
+      entity = &reading_.part.Body();
+      reading_.inBody.insert(entity);
+    } else if (kind == "edge") {
+      entity = &reading_.part.Make<EDGE>(nullptr, nullptr);
+    } else if (kind == "vertex") {
+      entity = &reading_.part.Make<VERTEX>();
+    } else {
+      entity = &reading_.part.Make<FACE>(std::vector<EDGE*>());
+    }
+    document_.EntryOf(element).entity = entity;
+    if (!id.empty()) reading_.part.Id(*entity, id.c_str());
+    const std::string label(name.empty() ? std::string_view(id) : name);
+    if (kind.empty() && label.empty()) return;
+    reading_.model.labels[entity] = {Cut(kind.empty() ? "entity" : kind, 40), label};
   }
 
   // The kernel reaches topology through bodies only.

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "model/Account.h"
+#include "readers/qif/Fields.h"
 
 namespace qif {
 
@@ -23,23 +24,43 @@ double Shorten(double factor) {
   return std::abs(shorter - factor) <= 1e-11 * std::abs(factor) ? shorter : factor;
 }
 
+// Throws when a declaration says more than was read, for then its unit may be another one.
+void RequireAllRead(const Fields& declaration) {
+  for (const std::vector<Element>& more : {declaration.Rest(), declaration.Doubled()}) {
+    if (more.empty()) continue;
+    throw Unreadable(more.front(), "a unit with " + Quote(NameOf(more.front())) + " is not known");
+  }
+}
+
 // SI units in one of the declared unit.
-double FactorOf(Element unit) {
-  const Element factor = Child(Child(unit, "UnitConversion"), "Factor");
-  if (!factor) return 1;
+double FactorOf(Element element) {
+  Fields unit(element);
+  unit.Pass({"UnitName"});
+  const Element si = unit["SIUnitName"];
+  const std::string_view known = EndsWith(NameOf(element), "AngularUnit") ? "radian" : "meter";
+  if (si && TextOf(si) != known) {
+    throw Unreadable(si, "its SI unit is " + Quote(TextOf(si)) + ", not " + std::string(known));
+  }
+  Fields conversion(unit["UnitConversion"]);
+  RequireAllRead(unit);
+  if (!conversion.Record()) return 1;
+  const Element factor = conversion["Factor"];
+  const Element offset = conversion["Offset"];
+  RequireAllRead(conversion);
+  if (!factor || (offset && NumberOf(offset) != 0)) {
+    throw Unreadable(conversion.Record(), "a unit's conversion is not by a factor");
+  }
   const double value = NumberOf(factor);
   if (value <= 0) throw Unreadable(factor, "a unit's factor is not positive");
   return value;
 }
 
-int DecimalsOf(Element element, std::string_view text) {
-  const Attribute stated = element.attribute("decimalPlaces");
-  constexpr int kMost = 15;
-  if (stated) return std::clamp(stated.as_int(), 0, kMost);
+// As many as are written.
+int DecimalsOf(std::string_view text) {
   const std::size_t exponent = text.find_first_of("eE");
   const std::size_t point = text.find('.');
   if (point == std::string_view::npos || exponent != std::string_view::npos) return 0;
-  return static_cast<int>(std::min<std::size_t>(text.size() - point - 1, kMost));
+  return static_cast<int>(std::min<std::size_t>(text.size() - point - 1, kMostDecimals));
 }
 
 // Whether the document's PMI units hold for an element.
@@ -60,7 +81,7 @@ Units::Units(const Document& document) : angle_{kDegrees, "radian"} {
   const Element units = document.At({"FileUnits"});
   const Element primary = Child(units, "PrimaryUnits");
   const Element linear = Child(primary, "LinearUnit");
-  metres_ = FactorOf(linear);
+  if (linear) metres_ = FactorOf(linear);
   const auto read = [this](Element unit, bool isAngle) {
     const double factor = Shorten(isAngle ? FactorOf(unit) * kDegrees : FactorOf(unit) / metres_);
     if (!std::isnormal(factor)) throw Unreadable(unit, "a unit's factor is out of range");
@@ -72,7 +93,10 @@ Units::Units(const Document& document) : angle_{kDegrees, "radian"} {
       const bool isAngle = kind == "AngularUnit" || kind == "PMIAngularUnit";
       if (!isAngle && kind != "LinearUnit" && kind != "PMILinearUnit") continue;
       const Unit unit = read(element, isAngle);
-      (isAngle ? angles_ : lengths_).emplace(unit.name, unit.factor);
+      const auto known = (isAngle ? angles_ : lengths_).emplace(unit.name, unit.factor).first;
+      if (std::abs(known->second - unit.factor) > 1e-9 * unit.factor) {
+        throw Unreadable(element, "unit " + Quote(unit.name) + " is declared in two ways");
+      }
     }
   }
   if (linear) length_ = read(linear, false);
@@ -86,6 +110,11 @@ Units::Units(const Document& document) : angle_{kDegrees, "radian"} {
 
 Units::Unit Units::UnitOf(Element element, const char* attribute, const Unit& byDefault,
                           const UnitTable& units) {
+  for (const char* other : {"linearUnit", "angularUnit"}) {
+    if (other != std::string_view(attribute) && element.attribute(other)) {
+      throw Unreadable(element, "it cannot have a unit called " + std::string(other));
+    }
+  }
   const Attribute stated = element.attribute(attribute);
   if (!stated) return byDefault;
   const auto found = units.find(std::string_view(stated.value()));
@@ -100,7 +129,7 @@ Quantity Units::Convert(Element element, const Unit& unit) {
   const std::string_view text = WordOf(element);
   const double stated = NumberOf(element);
   quantity.value = stated * unit.factor;
-  quantity.decimals = DecimalsOf(element, text);
+  quantity.decimals = DecimalsOf(text);
   quantity.text = Cut(text, kLongestNumber);
   quantity.unit = Cut(unit.ForeignName(), kLongestNumber);
   RequireFinite(element, {quantity.value});

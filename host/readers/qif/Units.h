@@ -6,10 +6,13 @@
 
 namespace qif {
 
+// The most decimal places that a value has.
+constexpr int kMostDecimals = 15;
+
 // A value of the document with what stands beside it.
 struct Quantity {
   double value = 0;  // primary linear unit, or degrees
-  int decimals = 0;  // as stated; else as many as are written
+  int decimals = 0;  // as many as are written
   std::string text;  // the number as written; a long one is cut
   std::string unit;  // the unit that it is written in, where that is not the unit of `value`
   // The text, with its unit where that is not the unit of `value`.

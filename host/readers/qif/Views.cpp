@@ -11,7 +11,8 @@ namespace {
 constexpr double kDegrees = 57.295779513082320877;
 
 // The orientation turns directions of the model into directions of the view, where x goes right, y
-// up and z towards the viewer. The directions of the view in the model, then, are turned back.
+// up and z towards the viewer. The directions of the view in the model, then, are turned back. A
+// document whose z points the other way looks at its texts from behind, and is read as it states.
 struct Orientation {
   QENvector up;
   QENvector towardsViewer;
@@ -71,10 +72,14 @@ class SavedViewReader {
 
   KOVAPMI_CAMERA* ReadCamera() {
     Element chosen;
+    bool chosenIsActive = false;
     int cameras = 0;
     for (const Element reference : fields_["CameraIds"].children()) {
-      const bool isActive = IsTrue(reference.attribute("active").value());
-      if (!chosen || (isActive && !IsTrue(chosen.attribute("active").value()))) chosen = reference;
+      const bool isActive = reading_.Flag(reference, "active");
+      if (!chosen || (isActive && !chosenIsActive)) {
+        chosen = reference;
+        chosenIsActive = isActive;
+      }
       ++cameras;
     }
     if (cameras > 1) Reduce("it has " + std::to_string(cameras) + " cameras, the model has one");
@@ -101,7 +106,8 @@ class SavedViewReader {
     fields.direction = -1.0 * orientation.towardsViewer;
     fields.direction_normal = orientation.up;
     const QENposition onNearPlane = origin + near * fields.direction;
-    if (std::string_view(element.attribute("form").value()) == "PERSPECTIVE") {
+    constexpr Word<bool> kForms[] = {{"ORTHOGRAPHIC", false}, {"PERSPECTIVE", true}};
+    if (reading_.MeaningOf(element, "form", kForms, false)) {
       fields.type = camera_perspective;
       fields.origin = near > 0 ? origin : onNearPlane;
       fields.target = near > 0 ? onNearPlane : origin;
@@ -132,23 +138,27 @@ class SavedViewReader {
       reading_.Lose(reference, "its section " + id + " does not exist");
       return nullptr;
     }
-    if (!IsTrue(reference.attribute("active").value())) {
+    if (!reading_.Flag(reference, "active")) {
       Reduce("its section " + id + " is not active");
       return nullptr;
     }
     Fields section(entry->element);
     Fields planes(section["SectionPlanes"]);
     Fields first(planes["SectionPlane"]);
-    const Element plane = first["Plane"];
+    Fields plane(first["Plane"]);
     reading_.SkipRest(section);
     reading_.SkipRest(first);
-    if (!plane) return nullptr;
-    if (!planes.Rest().empty()) {
+    if (!plane.Record()) throw Unreadable(entry->element, "section " + id + " has no plane");
+    if (!planes.Doubled().empty()) {
       Reduce("its section " + id + " has several planes, the model has one");
     }
     KOVAPMI_CLIPPINGPLANE::fields fields;
-    fields.point = reading_.units.Point(Child(plane, "Point"));
-    fields.normal = reading_.units.Vector(Child(plane, "Normal"));
+    fields.point = reading_.units.Point(plane["Point"]);
+    fields.normal = reading_.units.Vector(plane["Normal"]);
+    reading_.SkipRest(plane);
+    if (!(fields.normal.length_squared() > 0)) {
+      throw Unreadable(plane.Record(), "the plane of section " + id + " has no direction");
+    }
     auto& clipping = reading_.part.Make<KOVAPMI_CLIPPINGPLANE>();
     standin::Edit(clipping) = fields;
     return &clipping;
@@ -163,7 +173,7 @@ class SavedViewReader {
 
 void ReadSavedViews(Reading& reading) {
   for (const Element view :
-       reading.document.At({"Product", "ViewSet", "SavedViewSet"}).children()) {
+       reading.document.At({"Product", "ViewSet", "SavedViewSet"}).children("SavedView")) {
     reading.Count("savedViews");
     reading.Try(view, [&] { SavedViewReader(reading, view).Read(); });
   }

@@ -15,10 +15,49 @@ namespace {
 
 constexpr int kMostAttributes = 1000;
 constexpr const char* kTooManyAttributes = "an element has too many attributes";
+constexpr std::size_t kMostDeclaration = 65'536;
 constexpr int kMostNames = 50'000;  // that differ; the parser's table of them is made for few
 
 const char* Chars(const xmlChar* text) {
   return text == nullptr ? "" : reinterpret_cast<const char*>(text);
+}
+
+// Where a text goes on behind the next `end`.
+std::size_t Behind(std::string_view text, std::size_t from, std::string_view end) {
+  const std::size_t at = text.find(end, from);
+  return at == std::string_view::npos ? text.size() : at + end.size();
+}
+
+// Behind the comments and instructions at a place in a text.
+std::size_t PassRemarks(std::string_view text, std::size_t at) {
+  while (true) {
+    const std::size_t from = at;
+    if (text.compare(at, 4, "<!--") == 0) at = Behind(text, at + 4, "-->");
+    if (text.compare(at, 2, "<?") == 0) at = Behind(text, at + 2, "?>");
+    if (at == from) return at;
+  }
+}
+
+// Where a document type declaration starts that is longer than any that is read; npos for none. The
+// parser compares what stands in one with all the rest of it.
+std::size_t FindLongDeclaration(std::string_view text) {
+  std::size_t at = text.find('<');
+  for (std::size_t next = 0; at < text.size() && (next = PassRemarks(text, at)) != at;) {
+    at = text.find('<', next);
+  }
+  const std::size_t start = at;
+  if (at >= text.size() || text.compare(at, 9, "<!DOCTYPE") != 0) return std::string_view::npos;
+  const bool isLonger = text.size() - start > kMostDeclaration;
+  text = text.substr(0, start + kMostDeclaration);
+  int depth = 0;
+  while ((at = PassRemarks(text, at)) < text.size()) {
+    const char c = text[at++];
+    if (c == '"' || c == '\'') at = Behind(text, at, {&c, 1});
+    if (c == '[') ++depth;
+    if (c == ']') --depth;
+    if (c == '>' && depth == 0) return std::string_view::npos;
+  }
+  return isLonger ? start : std::string_view::npos;
 }
 
 // Where an element with too many attributes starts; npos for none. The parser compares each with
@@ -77,6 +116,8 @@ class Parse {
     if (exception_ != nullptr) std::rethrow_exception(exception_);
     if (problem_.empty() && parser_->wellFormed != 0 && tree_.Root() != nullptr) return;
     const std::string what = problem_.empty() ? "it is not well-formed" : problem_;
+    const bool isHuge = what.find("Huge input") != std::string::npos;
+    if (isHuge) throw Malformed("a piece of it is longer than 10 MB", PlaceAt(text_, offset_));
     const bool isCut = offset_ > text_.find_last_not_of(" \t\r\n");
     throw Malformed(isCut ? "the document is truncated (" + what + ")" : what,
                     PlaceAt(text_, offset_));
@@ -121,11 +162,14 @@ class Parse {
         xmlSAX2EntityDecl(parser, name, type, publicId, systemId, content);
       });
     };
-    sax.attributeDecl = [](void* parser, const xmlChar*, const xmlChar*, int, int, const xmlChar*,
-                           xmlEnumeration* values) {
+    // The parser would add attributes with a default to each of their elements.
+    sax.attributeDecl = [](void* parser, const xmlChar*, const xmlChar* name, int, int,
+                           const xmlChar* byDefault, xmlEnumeration* values) {
       xmlFreeEnumeration(values);
-      Handle(parser,
-             [](Parse& parse) { parse.Fail("attributes that a DTD declares are not read"); });
+      if (byDefault == nullptr) return;
+      Handle(parser, [&](Parse& parse) {
+        parse.Fail("defaults of attributes are not read, such as that of " + Quote(Chars(name)));
+      });
     };
     sax.comment = nullptr;
     sax.processingInstruction = nullptr;
@@ -229,6 +273,9 @@ Place PlaceAt(std::string_view text, std::size_t offset) {
 Xml::Xml(std::string_view text) : names_(nullptr, [](_xmlDict* names) { xmlDictFree(names); }) {
   if (const std::size_t at = FindTooManyAttributes(text); at != std::string_view::npos) {
     throw Malformed(kTooManyAttributes, PlaceAt(text, at));
+  }
+  if (const std::size_t at = FindLongDeclaration(text); at != std::string_view::npos) {
+    throw Malformed("its document type declaration is too long", PlaceAt(text, at));
   }
   TreeBuilder tree(memory_, text.size());
   Parse parse(text, tree);

@@ -21,7 +21,7 @@ struct Place {
 // The place of a byte of UTF-8; of the end for an offset that lies behind it.
 Place PlaceAt(std::string_view text, std::size_t offset);
 
-// A text that is no XML. Line 0 when no place can be told.
+// A text that is not well-formed XML. The line is 0 when the place is not known.
 class Malformed : public std::runtime_error {
  public:
   explicit Malformed(const std::string& what, Place at = {0, 0})
@@ -41,8 +41,10 @@ class Malformed : public std::runtime_error {
 // counts for nothing. Entities that the document declares are put in; nothing is ever loaded.
 class Xml {
  public:
-  // `text` is UTF-8, whatever its declaration says, without byte-order mark. Throws Malformed; so
-  // for more than 250 levels, 1000 attributes of one element or entities out of proportion.
+  // `text` is UTF-8, also when its declaration names another encoding, without byte-order mark.
+  // Throws Malformed; so for more than 250 levels or namespaces in scope, 1000 attributes of one
+  // element, 50,000 names, a document type declaration of more than 65,536 bytes, one with defaults
+  // of attributes, and entities out of proportion.
   explicit Xml(std::string_view text);
 
   Element Root() const { return Element(root_); }

@@ -35,6 +35,7 @@ class AspectReader {
  private:
   // Listed once for a usage, however many of its items are missing and aspects are read.
   void Add(Id item, Id of) {
+    reading_.Spend(1);
     const auto found = reading_.topology.find(item);
     if (found == reading_.topology.end()) {
       if (!reading_.listedUsages.insert(of).second) return;
@@ -50,14 +51,18 @@ class AspectReader {
     const Instance& instance = reading_.Get(aspect);
     // On the product's shape: on all its bodies.
     if (instance.Find("PRODUCT_DEFINITION_SHAPE") != nullptr) {
-      if (reading_.firstBody != nullptr && added_.insert(reading_.firstBody).second) {
+      if (reading_.firstBody == nullptr) {
+        reading_.Skip(Severity::kLost, aspect, "its product has no body");
+      } else if (added_.insert(reading_.firstBody).second) {
         entities_.push_back(reading_.firstBody);
       }
       return {};
     }
     isDerived_ = !reading_.ReferrersOf(aspect, "SHAPE_ASPECT_DERIVING_RELATIONSHIP").empty();
     std::vector<Id> parts;
-    for (const Id user : reading_.file.ReferrersOf(aspect)) {
+    const std::vector<Id> users = reading_.file.ReferrersOf(aspect);
+    reading_.Spend(1 + users.size() / 100);
+    for (const Id user : users) {
       const Instance* const use = Find(user);
       if (use == nullptr) continue;
       const Record& record = use->records.front();

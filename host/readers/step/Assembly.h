@@ -29,10 +29,10 @@ struct Occurrence {
   bool isFirst = true;  // of its product
 };
 
-// Which product what is read belongs to, and where the products are placed (ISO 10303-44).
+// The products of a file, which shape belongs to which, and where they are placed (ISO 10303-44).
 class Assembly {
  public:
-  // Reads the structure. What can't be read of it is listed, and stays out.
+  // Reads the structure. Parts that can't be read are listed and left out.
   explicit Assembly(Reading& reading);
 
   const std::vector<Occurrence>& Occurrences() const { return occurrences_; }

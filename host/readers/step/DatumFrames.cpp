@@ -2,6 +2,7 @@
 // the first edition.
 
 #include <algorithm>
+#include <cwchar>
 
 #include "readers/step/Reading.h"
 
@@ -70,6 +71,7 @@ class FrameReader {
 
  private:
   KOVAPMI_DREF& NewReference() {
+    reading_.Spend(1);
     references_.push_back(&reading_.part.Make<KOVAPMI_DREF>());
     return *references_.back();
   }
@@ -113,6 +115,7 @@ class FrameReader {
     standin::Edit(made).datum = &datum;
     auto& fields = standin::Edit(reference);
     fields.datums.push_back(&made);
+    reading_.Spend(1 + std::wcslen(datum.get_wlabel()) / 16);
     fields.note = fields.note.value_or(L"") + (fields.note ? L"-" : L"") + datum.get_wlabel();
     for (const Value* list : modifiers) {
       for (const Value& modifier : *list) AddModifier(made, modifier);
@@ -121,6 +124,7 @@ class FrameReader {
   }
 
   void AddModifier(KOVAPMI_MODIFIED_DATUM& datum, const Value& modifier) {
+    reading_.Spend(1);
     if (modifier.kind != Value::kReference) {
       return AddModifier(datum, modifier.Untyped().Text());
     }

@@ -1,7 +1,5 @@
 // Datums, datum features and datum targets (ISO 5459, ASME Y14.5).
 
-#include <algorithm>
-
 #include "readers/step/Reading.h"
 
 namespace step {
@@ -50,15 +48,21 @@ class DatumsReader {
       (isTarget ? targets : features).push_back(relating);
     }
     std::vector<ENTITY*> entities;
-    for (const Id feature : features) Append(reading_.EntitiesOf(feature), entities);
-    Append(reading_.EntitiesOf(datum.id), entities);  // its own aspect may identify topology, too
+    std::unordered_set<const ENTITY*> seen;
+    const auto append = [&](Id aspect) {
+      for (ENTITY* entity : reading_.EntitiesOf(aspect)) {
+        if (seen.insert(entity).second) entities.push_back(entity);
+      }
+    };
+    for (const Id feature : features) append(feature);
+    append(datum.id);  // its own aspect may identify topology, too
     std::vector<ATTRIB_KOVAPMI_DATUM_TARGET*> made;
     for (const Id target : targets) {
       reading_.Count("datumTargets");
       reading_.Try(target, [&] { made.push_back(&ReadTarget(reading_.Get(target), label)); });
     }
     if (features.empty()) {
-      for (const Id target : targets) Append(reading_.EntitiesOf(target), entities);
+      for (const Id target : targets) append(target);
     }
     auto& attribute = reading_.part.AddDatum(reading_.Carrier(entities), Wide(label).c_str());
     for (auto* target : made) {
@@ -69,16 +73,11 @@ class DatumsReader {
     reading_.Describe(attribute, datum.id, "datum", label);
   }
 
-  static void Append(const std::vector<ENTITY*>& from, std::vector<ENTITY*>& to) {
-    for (ENTITY* entity : from) {
-      if (std::find(to.begin(), to.end(), entity) == to.end()) to.push_back(entity);
-    }
-  }
-
   ATTRIB_KOVAPMI_DATUM_TARGET& ReadTarget(const Instance& instance, const std::string& datum) {
     const bool isPlaced = instance.Find("PLACED_DATUM_TARGET_FEATURE") != nullptr;
     const std::string label =
-        datum + LastText(instance, isPlaced ? "PLACED_DATUM_TARGET_FEATURE" : "DATUM_TARGET");
+        reading_.Spend(datum) +
+        LastText(instance, isPlaced ? "PLACED_DATUM_TARGET_FEATURE" : "DATUM_TARGET");
     const std::string kind = instance.As("SHAPE_ASPECT").Text(1);
     const std::vector<ENTITY*> entities = reading_.EntitiesOf(instance.id);
     auto& attribute =
@@ -123,9 +122,8 @@ class DatumsReader {
         target.position1 = &reading_.part.Make<APOINT>(placement.origin);
         continue;
       }
-      const Instance& instance = reading_.Get(id);
-      const Record* named = instance.Find("REPRESENTATION_ITEM");
-      const std::string name = (named != nullptr ? *named : instance.records.front()).Text(0);
+      reading_.Spend(1);
+      const std::string name = reading_.NameOf(id);
       const Quantity quantity = reading_.units.Measure(id, false);
       reading_.Write(attribute, "size", quantity);
       const std::string written = quantity.unit == reading_.units.LinearUnit()

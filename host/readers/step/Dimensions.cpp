@@ -3,36 +3,12 @@
 #include <algorithm>
 
 #include "model/Decimals.h"
+#include "readers/step/DimensionKinds.h"
 #include "readers/step/Reading.h"
 
 namespace step {
 
 namespace {
-
-struct DimensionKind {
-  std::string_view name;  // as the size or location is called
-  dimension_type type;
-  dimension_subtype subtype;
-};
-
-constexpr DimensionKind kKinds[] = {
-    {"angle", dim_angular, dim_sub_angle},
-    {"curve length", dim_curve_length, dim_sub_curve_length},
-    {"curved distance", dim_curve_length, dim_sub_curve_length},
-    {"diameter", dim_diametral, dim_sub_diameter},
-    {"height", dim_linear, dim_sub_height},
-    {"length", dim_linear, dim_sub_length},
-    {"linear distance", dim_linear, dim_sub_distance},
-    {"radius", dim_radial, dim_sub_radius},
-    {"spherical diameter", dim_diametral, dim_sub_spherical_diameter},
-    {"spherical radius", dim_radial, dim_sub_spherical_radius},
-    {"thickness", dim_linear, dim_sub_thickness},
-    {"toroidal minor diameter", dim_diametral, dim_sub_diameter},
-    {"toroidal major diameter", dim_diametral, dim_sub_diameter},
-    {"toroidal minor radius", dim_radial, dim_sub_radius},
-    {"toroidal major radius", dim_radial, dim_sub_radius},
-    {"width", dim_linear, dim_sub_width},
-};
 
 constexpr const char* kSizes[] = {"DIMENSIONAL_SIZE", "ANGULAR_SIZE", "DIMENSIONAL_SIZE_WITH_PATH",
                                   "DIMENSIONAL_SIZE_WITH_DATUM_FEATURE"};
@@ -94,19 +70,10 @@ class DimensionReader {
       for (ENTITY* entity : reading_.EntitiesOf(own->Reference(first + 3)))
         members.push_back(entity);
     }
-    // Kinds are followed by more at times: "linear distance inner inner".
-    DimensionKind kind =
-        isAngular_ ? DimensionKind{"", dim_angular, isSize_ ? dim_sub_angle : dim_sub_angle_between}
-        : isSize_  ? DimensionKind{"", dim_linear, dim_sub_length}
-                   : DimensionKind{"", dim_linear, dim_sub_distance};
-    for (const DimensionKind& known : kKinds) {
-      if (!isAngular_ && name.substr(0, known.name.size()) == known.name &&
-          known.name.size() > kind.name.size()) {
-        kind = known;
-      }
-    }
+    const DimensionKind kind = KindOf(name, isSize_, isAngular_);
     auto& dimension = reading_.part.AddDimension(members, kind.type, kind.subtype, 0);
-    reading_.Describe(dimension, instance_.id, "dimension", name);
+    reading_.Describe(dimension, instance_.id, "dimension",
+                      kind.name.empty() && !isAngular_ && !name.empty() ? name : LabelOr(name));
     for (const char* more : {"DIMENSIONAL_SIZE_WITH_PATH", "DIMENSIONAL_LOCATION_WITH_PATH",
                              "DIRECTED_DIMENSIONAL_LOCATION"}) {
       if (instance_.Find(more) == nullptr) continue;
@@ -123,14 +90,27 @@ class DimensionReader {
     return dimension;
   }
 
+  // The name of what presents it, or, where that has none, the kind that it is called by.
+  std::string LabelOr(const std::string& kind) {
+    for (const Id id : reading_.file.ReferrersOf(instance_.id)) {
+      if (!reading_.Is(id, "DRAUGHTING_MODEL_ITEM_ASSOCIATION") &&
+          !reading_.Is(id, "DRAUGHTING_MODEL_ITEM_ASSOCIATION_WITH_PLACEHOLDER")) {
+        continue;
+      }
+      const Value& element = reading_.Get(id).records.front().At(4);
+      std::string name = reading_.NameOf(element.Reference());
+      if (!name.empty()) return name;
+    }
+    return kind;
+  }
+
   // An item of the representation: a value, a limit or a note.
   void ReadItem(Id id, int depth) {
+    reading_.Spend(1);
     const Instance& item = reading_.Get(id);
-    const Record* named = item.Find("REPRESENTATION_ITEM");
-    if (named == nullptr) named = &item.records.front();
-    const std::string name = named->Text(0);
+    const std::string name = reading_.NameOf(id);
     if (const Record* note = item.Find("DESCRIPTIVE_REPRESENTATION_ITEM")) {
-      return ReadNote(note->Text(note->count - 1));
+      return ReadNote(reading_.Spend(note->Text(note->count - 1)));
     }
     if (const Record* compound = item.Find("COMPOUND_REPRESENTATION_ITEM")) {
       return ReadItems(*compound, depth);
@@ -162,12 +142,11 @@ class DimensionReader {
   }
 
   void ReadQualifiers(const Instance& item) {
-    const Record* const record = item.Find("QUALIFIED_REPRESENTATION_ITEM");
-    if (record == nullptr) return;
-    for (const Value& each : record->List(record->count - 1)) {
-      const Instance& qualifier = reading_.Get(each.Reference());
+    for (const Id id : reading_.units.QualifiersOf(item)) {
+      reading_.Spend(1);
+      const Instance& qualifier = reading_.Get(id);
       if (const Record* type = qualifier.Find("TYPE_QUALIFIER")) {
-        const std::string text = type->Text(0);
+        const std::string text = reading_.Spend(type->Text(0));
         after_ += (after_.empty() ? "" : " ") + (text == "maximum"   ? "MAX"
                                                  : text == "minimum" ? "MIN"
                                                                      : text);
@@ -197,7 +176,7 @@ class DimensionReader {
     const Instance& range = reading_.Get(tolerance.records.front().Reference(0));
     const Record& record = range.records.front();
     if (record.name == "LIMITS_AND_FITS") {
-      suffix_ += record.Text(0) + record.Text(2);
+      suffix_ += reading_.Spend(record.Text(0) + record.Text(2));
       reading_.Skip(Severity::kReduced, instance_.id,
                     "the model has the name of the fit, not its limits", dimension_);
       return;

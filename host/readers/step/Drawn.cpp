@@ -1,6 +1,11 @@
 #include "readers/step/Drawn.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "readers/step/Characters.h"
+#include "readers/step/Parameters.h"
 
 namespace step {
 
@@ -12,11 +17,7 @@ class Collector {
       : reading_(reading), axes_{plane.x, cross(plane.axis, plane.x), plane.axis}, scale_(scale) {}
 
   std::optional<QENposition> Middle(Id element) {
-    try {
-      Add(element, 0);
-    } catch (const Unreadable&) {
-      return std::nullopt;
-    }
+    Add(element, 0);
     if (points_[0].empty()) return std::nullopt;
     QENposition middle;
     for (std::size_t i = 0; i < 3; ++i) {
@@ -31,15 +32,18 @@ class Collector {
   // A callout, an occurrence, a set or a curve; each holds the next. Placeholders draw nothing.
   void Add(Id id, int depth) {
     constexpr int kDeepest = 10;
-    const Instance& instance = reading_.Get(id);
+    if (AddPoints(id)) return;
+    const Instance instance = Read(id);
     const Record& first = instance.records.front();
     if (depth > kDeepest || !seen_.insert(id).second || IsPlaceholder(instance)) return;
     if (const Record* coordinates = instance.Find("COORDINATES_LIST")) {
       for (const Value& point : coordinates->List(coordinates->count - 1)) AddPoint(id, point);
     } else if (const Record* line = instance.Find("POLYLINE")) {
       for (const Value& point : line->List(line->count - 1)) {
-        const Record& record = reading_.Get(point.Reference()).As("CARTESIAN_POINT");
-        AddPoint(id, record.List(record.count - 1));
+        if (AddPoints(point.Reference())) continue;
+        const Instance vertex = Read(point.Reference());
+        const Record& record = vertex.As("CARTESIAN_POINT");
+        AddPoint(point.Reference(), record.List(record.count - 1));
       }
     } else if (const Record* set = instance.Find("TESSELLATED_GEOMETRIC_SET")) {
       const Record* const moved = instance.Find("REPOSITIONED_TESSELLATED_ITEM");
@@ -60,13 +64,77 @@ class Collector {
     }
   }
 
+  // Lines and areas are most of a file and looked at once: they are not kept.
+  Instance Read(Id id) const {
+    const std::string_view text = reading_.file.TextOf(id);
+    if (text.empty()) throw Unreadable(id, "#" + std::to_string(id) + " does not exist");
+    Spend(id, 1 + text.size() / 16);
+    return ReadInstance(id, text);
+  }
+
+  // Adds what stands in the list of a point or a list of points, in its usual form. False, and
+  // nothing added, for anything else.
+  bool AddPoints(Id id) {
+    Spend(id, 1);
+    std::string_view text = reading_.file.TextOf(id);
+    const bool isList = text.substr(0, 17) == "COORDINATES_LIST(";
+    if (!isList && text.substr(0, 16) != "CARTESIAN_POINT(") return false;
+    const std::size_t begin = text.find(isList ? "((" : "(", text.rfind('\''));
+    if (begin == std::string_view::npos) return false;
+    text.remove_prefix(begin + (isList ? 1 : 0));
+    std::vector<double> all;
+    do {
+      for (const char before : {'(', ',', ','}) {
+        double number = 0;
+        if (!TakeSign(text, before) || !TakeNumber(text, number)) return false;
+        all.push_back(number);
+      }
+      if (!TakeSign(text, ')')) return false;
+    } while (isList && TakeSign(text, ','));
+    const bool isEnd = (!isList || TakeSign(text, ')')) && TakeSign(text, ')') && text.empty();
+    if (!isEnd) return false;
+    for (std::size_t i = 0; i < all.size(); i += 3) AddPoint(id, {all[i], all[i + 1], all[i + 2]});
+    return true;
+  }
+
+  void Spend(Id of, std::size_t more) const {
+    if (more > reading_.pointsLeft) {
+      reading_.pointsLeft = 0;
+      throw Unreadable(of, "too many points are drawn");
+    }
+    reading_.pointsLeft -= more;
+  }
+
+  static bool TakeSign(std::string_view& text, char sign) {
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    if (text.empty() || text.front() != sign) return false;
+    text.remove_prefix(1);
+    return true;
+  }
+
+  static bool TakeNumber(std::string_view& text, double& number) {
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || !std::isfinite(number)) return false;
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return true;
+  }
+
   void AddPoint(Id of, const Value& point) {
     if (!point.IsList() || point.size != 3) return;
     double xyz[3];
-    for (std::uint32_t i = 0; i < 3; ++i) xyz[i] = scale_ * NumberOf(of, point.items[i]);
-    if (!place_.has_value()) return AddPoint(reading_.Placed({xyz[0], xyz[1], xyz[2]}));
+    for (std::uint32_t i = 0; i < 3; ++i) xyz[i] = NumberOf(of, point.items[i]);
+    AddPoint(of, {xyz[0], xyz[1], xyz[2]});
+  }
+
+  // A point in the presentation's unit of length, in the placement of its set.
+  void AddPoint(Id of, const QENvector& xyz) {
+    Spend(of, 1);
+    const QENvector scaled = scale_ * xyz;
+    if (!place_.has_value()) return AddPoint(reading_.Placed(QENposition() + scaled));
     const QENvector y = cross(place_->axis, place_->x);
-    AddPoint(place_->origin + (xyz[0] * place_->x + xyz[1] * y + xyz[2] * place_->axis));
+    AddPoint(place_->origin +
+             (scaled.x() * place_->x + scaled.y() * y + scaled.z() * place_->axis));
   }
 
   void AddPoint(const QENposition& point) {

@@ -13,11 +13,28 @@ namespace step {
 Exchange::Exchange(std::string_view text, std::string name) : text_(text), name_(std::move(name)) {
   Splitter(*this).Split();
   SortPlaces();
-  std::sort(references_.begin(), references_.end());
-  references_.erase(std::unique(references_.begin(), references_.end()), references_.end());
+  SortReferences();
 }
 
 Exchange::~Exchange() = default;
+
+// By who is referred to, sixteen bits at a time: who refers stands in order already, and stays so.
+void Exchange::SortReferences() {
+  constexpr std::size_t kValues = 1 << 16;
+  decltype(references_) sorted(references_.size());
+  std::vector<std::size_t> ends;
+  for (const int shift : {0, 16}) {
+    ends.assign(kValues + 1, 0);
+    for (const auto& reference : references_) ++ends[1 + (reference.first >> shift) % kValues];
+    if (ends[1] == references_.size()) continue;
+    for (std::size_t i = 1; i <= kValues; ++i) ends[i] += ends[i - 1];
+    for (const auto& reference : references_) {
+      sorted[ends[(reference.first >> shift) % kValues]++] = reference;
+    }
+    references_.swap(sorted);
+  }
+  references_.erase(std::unique(references_.begin(), references_.end()), references_.end());
+}
 
 // Most files number their instances in order; then nothing has to be kept.
 void Exchange::SortPlaces() {
@@ -73,11 +90,22 @@ std::vector<Id> Exchange::ReferrersOf(Id id) const {
 
 const Instance* Exchange::Find(Id id) {
   const auto known = read_.find(id);
-  if (known != read_.end()) return known->second.get();
+  if (known != read_.end()) return &known->second;
+  const std::string_view text = TextOf(id);
+  if (text.data() == nullptr) return nullptr;
+  const auto broken = broken_.find(id);
+  if (broken != broken_.end()) throw broken->second;
+  try {
+    return &read_.emplace(id, ReadInstance(id, text)).first->second;
+  } catch (const Unreadable& problem) {
+    broken_.emplace(id, problem);
+    throw;
+  }
+}
+
+std::string_view Exchange::TextOf(Id id) const {
   const Place* const place = PlaceOf(id);
-  if (place == nullptr) return nullptr;
-  auto instance = ReadInstance(id, text_.substr(place->begin, place->size));
-  return read_.emplace(id, std::move(instance)).first->second.get();
+  return place == nullptr ? std::string_view() : text_.substr(place->begin, place->size);
 }
 
 std::size_t Exchange::OffsetOf(Id id) const {
@@ -145,11 +173,13 @@ bool IsOmitted(const Value& value) {
 }  // namespace
 
 double NumberOf(Id of, const Value& typed) {
+  constexpr std::size_t kLongest = 1000;
   const Value& value = typed.Untyped();
   double number = 0;
   std::string_view text = value.Text();
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const std::size_t size = text.size() > kLongest ? 0 : text.size();
+  const auto [end, error] = std::from_chars(text.data(), text.data() + size, number);
   if (value.kind != Value::kNumber || error != std::errc() || end != text.data() + text.size() ||
       !std::isfinite(number)) {
     throw Unreadable(of, "'" + std::string(text.substr(0, 40)) + "' is not a number");

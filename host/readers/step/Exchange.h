@@ -14,7 +14,7 @@ namespace step {
 
 using Id = std::uint32_t;  // an instance's number; 0 is none
 
-// An instance that is not what it should be. It costs what the instance stands for.
+// An invalid instance. The object that it describes is lost.
 class Unreadable : public std::runtime_error {
  public:
   Unreadable(Id of, const std::string& what) : std::runtime_error(what), of_(of) {}
@@ -58,7 +58,8 @@ struct Value {
   Id Reference() const;
 };
 
-// A value as a finite number. Throws Unreadable, on behalf of an instance, when it is none.
+// A value as a finite number, of a thousand characters at most. Throws Unreadable, naming the
+// instance, when it is not one.
 double NumberOf(Id of, const Value& value);
 
 // One record of an instance: an entity's name and its own parameters. Parameters count from 0. The
@@ -91,21 +92,22 @@ struct Instance {
   // The record of an entity, or null.
   const Record* Find(std::string_view name) const;
   // The record that holds an entity's parameters: its own, or that of a simple instance, whose
-  // first parameters are those of the supertype. Throws Unreadable when there is none.
+  // first parameters are those of the supertype. Throws Unreadable when there is no such record.
   const Record& As(std::string_view name) const;
 };
 
 // A string of the encoding in UTF-8: '' is one apostrophe, line ends are left out, and the
-// directives \S\, \P?\, \X\, \X2\, \X4\, \N\ and \F\ are resolved. Bytes that are no UTF-8 count as
-// latin-1. A directive that is not complete stays as it stands.
+// directives \S\, \P?\, \X\, \X2\, \X4\, \N\ and \F\ are resolved. Bytes that are not UTF-8 are
+// read as latin-1. An incomplete directive is kept as it is.
 std::string Decode(std::string_view text);
 
 // The data sections of an exchange structure, indexed by instance, by entity and by who refers to
 // whom. An instance's parameters are read when it is first asked for.
 class Exchange {
  public:
-  // Splits the text into instances. Throws ModelError, with file, line and column, for what is no
-  // exchange structure, is cut off, or numbers two instances alike. REQUIRES: `text` outlives it.
+  // Splits the text into instances. Throws ModelError, with file, line and column, when it is
+  // not an exchange structure, is cut off, or two instances have the same number. REQUIRES: `text`
+  // outlives it.
   Exchange(std::string_view text, std::string name);
   ~Exchange();
 
@@ -119,13 +121,17 @@ class Exchange {
   const std::vector<Id>& Of(std::string_view entity) const;
   // The instances that refer to one, each once, in the order of the text.
   std::vector<Id> ReferrersOf(Id id) const;
-  // The instance; null when there is none of that number. Throws Unreadable, each time, when its
-  // text is wrong. The pointer stays valid.
+  // The instance of that number, or null. Throws Unreadable, each time, when its text is
+  // invalid. The pointer stays valid until instances are forgotten.
   const Instance* Find(Id id);
+  // The text of an instance, behind the equals sign; empty when there is none of that number.
+  std::string_view TextOf(Id id) const;
+  // Gives back the storage of all instances that were read. They are read again when asked for.
+  void Forget() { read_.clear(); }
 
-  // Where an instance stands in the text; its end when there is none of that number.
+  // The offset of an instance in the text; the end of the text for a number that does not exist.
   std::size_t OffsetOf(Id id) const;
-  // The line of an instance, from 1; 0 when there is none of that number.
+  // The line of an instance, from 1; 0 for a number that does not exist.
   long LineOf(Id id) const;
   [[noreturn]] void Fail(std::size_t offset, const std::string& what) const;
   [[noreturn]] void FailAt(Id id, const std::string& what) const;
@@ -140,6 +146,7 @@ class Exchange {
 
   const Place* PlaceOf(Id id) const;
   void SortPlaces();
+  void SortReferences();
 
   std::string_view text_;
   std::string name_;
@@ -148,7 +155,8 @@ class Exchange {
   std::vector<std::uint32_t> byId_;  // indexes of places_ by number; empty when in order anyway
   std::unordered_map<std::string_view, std::vector<Id>> byEntity_;
   std::vector<std::pair<Id, std::uint32_t>> references_;  // to whom, from which place; sorted
-  std::unordered_map<Id, std::unique_ptr<const Instance>> read_;
+  std::unordered_map<Id, Instance> read_;
+  std::unordered_map<Id, Unreadable> broken_;
   mutable std::vector<std::size_t> lineEnds_;  // found when a line is first asked for
 };
 

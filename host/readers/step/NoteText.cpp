@@ -1,10 +1,68 @@
-// The texts of notes.
+// The texts of notes, and what a file states for what is drawn. Symbols are characters in STEP;
+// what else an author's system writes for them in a text, such as #{diameter}, stands as it is.
+
+#include <algorithm>
 
 #include "readers/step/Drawn.h"
 
 namespace step {
 
 namespace {
+
+// Adds a line. Texts may be shared.
+void AddLine(Reading& reading, const std::string& line, std::string& text) {
+  reading.Spend(1 + line.size() / 16);
+  text += (text.empty() ? "" : "\n") + line;
+}
+
+// Adds a line for each description of a property; with a name, of that name.
+void AddDescriptions(Reading& reading, Id property, std::string_view name, std::string& text) {
+  if (!reading.Is(property, "PROPERTY_DEFINITION")) return;
+  for (const Id use : reading.ReferrersOf(property, "PROPERTY_DEFINITION_REPRESENTATION")) {
+    const Instance& shown = reading.Get(reading.Get(use).records.front().Reference(1));
+    for (const Value& item : shown.As("REPRESENTATION").List(1)) {
+      reading.Spend(1);
+      const Instance& description = reading.Get(item.Reference());
+      const Record* const record = description.Find("DESCRIPTIVE_REPRESENTATION_ITEM");
+      if (record == nullptr) continue;
+      const Record* const named = description.Find("REPRESENTATION_ITEM");
+      if (!name.empty() && (named != nullptr ? *named : *record).Text(0) != name) continue;
+      AddLine(reading, record->Text(record->count - 1), text);
+    }
+  }
+}
+
+std::string StatedText(Reading& reading, Id element) {
+  std::string text;
+  for (const Id user : reading.ReferrersOf(element, "CHARACTERIZED_ITEM_WITHIN_REPRESENTATION")) {
+    for (const Id property : reading.ReferrersOf(user, "PROPERTY_DEFINITION")) {
+      AddDescriptions(reading, property, "equivalent unicode string", text);
+    }
+  }
+  return text;
+}
+
+// Whether three letters and a backslash stand there.
+bool IsKind(std::string_view text) {
+  return text.size() > 3 && text[3] == '\\' &&
+         std::all_of(&text[0], &text[3], [](char c) { return c >= 'A' && c <= 'Z'; });
+}
+
+// A part's text: \n begins a line, \s is a blank and \w parts the compartments of a frame. Blanks
+// around it are left out.
+std::string PlainText(std::string_view part) {
+  std::string text;
+  for (std::size_t i = 0; i < part.size(); ++i) {
+    const char next = part[i] == '\\' && i + 1 < part.size() ? part[i + 1] : '\0';
+    const bool isMark = next == 'n' || next == 's' || next == 'w';
+    const bool isDouble = isMark && next != 'n' && !text.empty() && text.back() == ' ';
+    if (!isDouble) text += !isMark ? part[i] : next == 'n' ? '\n' : ' ';
+    if (isMark) ++i;
+  }
+  const std::size_t begin = text.find_first_not_of(" \n");
+  if (begin == std::string::npos) return {};
+  return text.substr(begin, text.find_last_not_of(" \n") + 1 - begin);
+}
 
 class NoteTextReader {
  public:
@@ -13,7 +71,7 @@ class NoteTextReader {
   std::string Read(const Instance& element) {
     std::string text;
     for (const Id link : reading_.ReferrersOf(element.id, "DRAUGHTING_MODEL_ITEM_ASSOCIATION")) {
-      AddDescriptions(reading_.Get(link).records.front().Reference(2), "", text);
+      AddDescriptions(reading_, reading_.Get(link).records.front().Reference(2), "", text);
     }
     if (!text.empty()) return text;
     AddText(element, text);
@@ -22,7 +80,10 @@ class NoteTextReader {
         AddText(reading_.Get(content.Reference()), text);
       }
     }
-    return text.empty() ? StatedText(element.id) : text;
+    if (!text.empty()) return text;
+    for (const DrawnPart& part : DrawnPartsOf(reading_, element.id))
+      AddLine(reading_, part.text, text);
+    return text;
   }
 
  private:
@@ -33,44 +94,29 @@ class NoteTextReader {
     const Record* const record = literal.Find("TEXT_LITERAL");
     if (record == nullptr) return;
     // A simple instance has its name first.
-    AddLine(record->Text(record->count == 6 ? 1 : 0), text);
-  }
-
-  static void AddLine(const std::string& line, std::string& text) {
-    text += (text.empty() ? "" : "\n") + line;
-  }
-
-  // Adds a line for each description of a property; with a name, of that name.
-  void AddDescriptions(Id property, std::string_view name, std::string& text) {
-    if (!reading_.Is(property, "PROPERTY_DEFINITION")) return;
-    for (const Id use : reading_.ReferrersOf(property, "PROPERTY_DEFINITION_REPRESENTATION")) {
-      const Instance& shown = reading_.Get(reading_.Get(use).records.front().Reference(1));
-      for (const Value& item : shown.As("REPRESENTATION").List(1)) {
-        const Instance& description = reading_.Get(item.Reference());
-        const Record* const record = description.Find("DESCRIPTIVE_REPRESENTATION_ITEM");
-        if (record == nullptr) continue;
-        const Record* const named = description.Find("REPRESENTATION_ITEM");
-        if (!name.empty() && (named != nullptr ? *named : *record).Text(0) != name) continue;
-        AddLine(record->Text(record->count - 1), text);
-      }
-    }
-  }
-
-  std::string StatedText(Id element) {
-    std::string text;
-    for (const Id user :
-         reading_.ReferrersOf(element, "CHARACTERIZED_ITEM_WITHIN_REPRESENTATION")) {
-      for (const Id property : reading_.ReferrersOf(user, "PROPERTY_DEFINITION")) {
-        AddDescriptions(property, "equivalent unicode string", text);
-      }
-    }
-    return text;
+    AddLine(reading_, record->Text(record->count == 6 ? 1 : 0), text);
   }
 
   Reading& reading_;
 };
 
 }  // namespace
+
+std::vector<DrawnPart> DrawnPartsOf(Reading& reading, Id element) {
+  const std::string stated = StatedText(reading, element);
+  std::string_view rest = stated;
+  if (rest.empty()) return {};
+  if (!IsKind(rest)) return {{"", stated}};
+  std::vector<DrawnPart> parts;
+  while (!rest.empty()) {
+    const std::string_view part = rest.substr(0, rest.find("\\x"));
+    rest.remove_prefix(std::min(rest.size(), part.size() + 2));
+    const std::size_t kind = IsKind(part) ? 3 : 0;
+    std::string text = PlainText(part.substr(kind));
+    if (!text.empty()) parts.push_back({std::string(part.substr(0, kind)), std::move(text)});
+  }
+  return parts;
+}
 
 std::string NoteTextOf(Reading& reading, const Instance& element) {
   return NoteTextReader(reading).Read(element);

@@ -10,16 +10,15 @@ namespace {
 
 class Parser {
  public:
-  Parser(Id id, std::string_view text) : text_(text), instance_(std::make_unique<Instance>()) {
-    instance_->id = id;
-  }
+  Parser(Id id, std::string_view text) : text_(text) { instance_.id = id; }
 
-  std::unique_ptr<const Instance> Parse() {
+  Instance Parse() {
     // Every value but the first of a list has a comma before it, and a typed one is two.
     const auto commas = std::count(text_.begin(), text_.end(), ',');
     const auto brackets = std::count(text_.begin(), text_.end(), '(');
-    instance_->values = std::make_unique<Value[]>(static_cast<std::size_t>(commas + 2 * brackets));
-    next_ = instance_->values.get();
+    instance_.values = std::make_unique<Value[]>(static_cast<std::size_t>(commas + 2 * brackets));
+    next_ = instance_.values.get();
+    gathered_.reserve(16);  // more than most have
     if (Take('(')) {
       while (!Take(')')) ParseRecord();
     } else {
@@ -27,20 +26,21 @@ class Parser {
     }
     SkipBlanks();
     if (at_ != text_.size()) Fail("there is more behind it");
-    if (instance_->records.empty()) Fail("it has no entity");
+    if (instance_.records.empty()) Fail("it has no entity");
     return std::move(instance_);
   }
 
  private:
-  [[noreturn]] void Fail(const std::string& what) const { throw Unreadable(instance_->id, what); }
+  [[noreturn]] void Fail(const std::string& what) const { throw Unreadable(instance_.id, what); }
 
   void SkipBlanks() {
     while (at_ < text_.size()) {
-      if (IsBlank(text_[at_])) {
+      const char c = text_[at_];
+      if (IsBlank(c)) {
         ++at_;
-      } else if (text_.compare(at_, 2, "/*") == 0) {
+      } else if (c == '/' && text_.compare(at_, 2, "/*") == 0) {
         at_ = std::min(text_.find("*/", at_ + 2), text_.size() - 2) + 2;
-      } else if (text_.compare(at_, 3, "\\N\\") == 0 || text_.compare(at_, 3, "\\F\\") == 0) {
+      } else if (c == '\\' && IsPrintControl(text_.substr(at_, 3))) {
         at_ += 3;
       } else {
         return;
@@ -66,14 +66,14 @@ class Parser {
 
   void ParseRecord() {
     Record record;
-    record.of = instance_->id;
+    record.of = instance_.id;
     record.name = TakeName();
     if (record.name.empty()) Fail("an entity's name is missing");
     if (!Take('(')) Fail(std::string(record.name) + " has no parameters");
     const Value list = ParseList();
     record.values = list.items;
     record.count = list.size;
-    instance_->records.push_back(record);
+    instance_.records.push_back(record);
   }
 
   // What stands behind a bracket, with the closing one. Items are gathered and then stored side by
@@ -184,15 +184,13 @@ class Parser {
   std::string_view text_;
   std::size_t at_ = 0;
   int depth_ = 0;
-  std::unique_ptr<Instance> instance_;
+  Instance instance_;
   std::vector<Value> gathered_;
   Value* next_ = nullptr;
 };
 
 }  // namespace
 
-std::unique_ptr<const Instance> ReadInstance(Id id, std::string_view text) {
-  return Parser(id, text).Parse();
-}
+Instance ReadInstance(Id id, std::string_view text) { return Parser(id, text).Parse(); }
 
 }  // namespace step

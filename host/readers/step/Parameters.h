@@ -6,6 +6,6 @@ namespace step {
 
 // Reads the text of an instance, from behind the equals sign up to the semicolon. The text has to
 // outlive the instance. Throws Unreadable when it is not an instance.
-std::unique_ptr<const Instance> ReadInstance(Id id, std::string_view text);
+Instance ReadInstance(Id id, std::string_view text);
 
 }  // namespace step

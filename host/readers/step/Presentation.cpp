@@ -1,5 +1,5 @@
 // How annotations are presented: callouts and annotation occurrences, their planes and leaders.
-// What is presented and means nothing is a note.
+// A presentation without a meaning becomes a note.
 
 #include <algorithm>
 
@@ -32,10 +32,14 @@ class PresentationReader {
         if (shownHere_.count(id) == 0) reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
       }
     }
+    std::unordered_set<Id> noted;
     for (const char* occurrence :
          {"ANNOTATION_CURVE_OCCURRENCE", "TESSELLATED_ANNOTATION_OCCURRENCE",
-          "ANNOTATION_TEXT_OCCURRENCE", "ANNOTATION_FILL_AREA_OCCURRENCE"}) {
+          "ANNOTATION_TEXT_OCCURRENCE", "ANNOTATION_FILL_AREA_OCCURRENCE",
+          "ANNOTATION_SYMBOL_OCCURRENCE", "ANNOTATION_SUBFIGURE_OCCURRENCE",
+          "DRAUGHTING_ANNOTATION_OCCURRENCE", "ANNOTATION_OCCURRENCE"}) {
       for (const Id id : reading_.file.Of(occurrence)) {
+        if (!noted.insert(id).second) continue;  // a complex instance is of several kinds
         const bool isKnown = shownHere_.count(id) != 0 || !CalloutsOf(id).empty();
         if (!isKnown) reading_.Try(id, [&] { ReadNote(reading_.Get(id)); });
       }
@@ -45,7 +49,9 @@ class PresentationReader {
  private:
   std::vector<Id> CalloutsOf(Id element) {
     std::vector<Id> callouts;
-    for (const Id user : reading_.file.ReferrersOf(element)) {
+    const std::vector<Id> users = reading_.file.ReferrersOf(element);
+    reading_.Spend(users.size() / 100);
+    for (const Id user : users) {
       if (IsCallout(reading_, user)) callouts.push_back(user);
     }
     return callouts;
@@ -148,9 +154,11 @@ class PresentationReader {
                            &annotation);
     }
     Place(element, annotation);
+    AddAroundText(reading_, element, annotation);
   }
 
   void Place(Id element, ENTITY& annotation) {
+    if (IsCallout(reading_, element)) reading_.Spend(ContentsOf(reading_.Get(element)).size / 100);
     const Id plane = PlaneOf(element);
     if (IsInvisible(element, plane)) reading_.part.Hide(annotation);
     if (plane == 0) {
@@ -164,8 +172,13 @@ class PresentationReader {
                                                              : geometry.id;
     const double scale = ScaleOf(element, plane);
     const Placement placement = reading_.PlacementOf(axes, scale);
-    const QENposition origin =
-        DrawnMiddle(reading_, element, placement, scale).value_or(placement.origin);
+    QENposition origin = placement.origin;
+    try {
+      origin = DrawnMiddle(reading_, element, placement, scale).value_or(origin);
+    } catch (const Unreadable& problem) {
+      reading_.Skip(Severity::kReduced, element,
+                    std::string("it stands where its plane does: ") + problem.what(), &annotation);
+    }
     WithDisplay(annotation, [&](auto& holder) {
       auto& display = reading_.part.Place(holder, origin, placement.x, placement.axis);
       AddLeaders(element, display, annotation, scale);
@@ -193,6 +206,7 @@ class PresentationReader {
         continue;
       }
       const Value& list = points->List(points->count - 1);
+      reading_.Spend(1);
       reading_.part.AddLeader(display, reading_.PointOf(list.begin()->Reference(), scale),
                               reading_.PointOf((list.end() - 1)->Reference(), scale));
       if (list.size > 2) {
@@ -210,12 +224,10 @@ class PresentationReader {
   void ReadNote(const Instance& element) {
     if (!IsNoteOfProduct(element.id)) return;
     reading_.Count("notes");
-    const Record* named = element.Find("REPRESENTATION_ITEM");
-    const std::string name = (named != nullptr ? *named : element.records.front()).Text(0);
     const std::vector<ENTITY*> entities = PointedAt(element.id);
     const std::string text = NoteTextOf(reading_, element);
     auto& note = reading_.part.AddText(reading_.Carrier(entities), Wide(text).c_str());
-    reading_.Describe(note, element.id, "note", name);
+    reading_.Describe(note, element.id, "note", reading_.NameOf(element.id));
     reading_.shown[element.id].push_back(&note);
     if (text.empty()) {
       reading_.Skip(Severity::kReduced, element.id, "its text is drawn and not stated", &note);
@@ -233,13 +245,12 @@ class PresentationReader {
 
   std::vector<ENTITY*> PointedAt(Id element) {
     std::vector<ENTITY*> entities;
+    std::unordered_set<const ENTITY*> seen;
     for (const Id link : reading_.ReferrersOf(element, "DRAUGHTING_MODEL_ITEM_ASSOCIATION")) {
       const Record& record = reading_.Get(link).records.front();
       if (record.Reference(4) != element) continue;
       for (ENTITY* entity : reading_.EntitiesOf(record.Reference(2))) {
-        if (std::find(entities.begin(), entities.end(), entity) == entities.end()) {
-          entities.push_back(entity);
-        }
+        if (seen.insert(entity).second) entities.push_back(entity);
       }
     }
     return entities;

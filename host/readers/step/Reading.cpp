@@ -28,6 +28,10 @@ Reading::Reading(std::string_view text, const std::string& name)
       units(ReadUnits(file)),
       model(EmptyModel()),
       part(*model.part),
+      pointsLeft(2'000'000 + text.size()),
+      name_(name),
+      most_(std::min<std::size_t>(200'000 + text.size() / 8, 4'000'000)),
+      left_(most_),
       account_(10'000 + text.size() / 200) {
   const auto& schemas = file.Schemas();
   const bool isAp242 = std::any_of(schemas.begin(), schemas.end(), [](const std::string& schema) {
@@ -61,10 +65,25 @@ bool Reading::Is(Id id, std::string_view entity) {
   }
 }
 
+std::string Reading::NameOf(Id item) {
+  try {
+    const Instance* const instance = item == 0 ? nullptr : file.Find(item);
+    if (instance == nullptr) return {};
+    const Record* named = instance->Find("REPRESENTATION_ITEM");
+    if (named == nullptr) named = &instance->records.front();
+    const bool isNamed = named->count > 0 && named->values[0].kind == Value::kString;
+    return isNamed ? Spend(named->Text(0)) : std::string();
+  } catch (const Unreadable&) {
+    return {};
+  }
+}
+
 std::vector<Id> Reading::ReferrersOf(Id id, std::string_view entity) {
   std::vector<Id> found;
   if (file.Of(entity).empty()) return found;
-  for (const Id referrer : file.ReferrersOf(id)) {
+  const std::vector<Id> referrers = file.ReferrersOf(id);
+  Spend(referrers.size() / 100);
+  for (const Id referrer : referrers) {
     if (Is(referrer, entity)) found.push_back(referrer);
   }
   return found;
@@ -142,6 +161,18 @@ bool Reading::HasItem(Id item) {
          (products.empty() && occurrence_->path.empty());
 }
 
+void Reading::Spend(std::size_t more) {
+  if (more > left_)
+    throw ModelError(name_ +
+                     ": it states more associations and repeated texts than its size allows");
+  left_ -= more;
+}
+
+std::string Reading::Spend(std::string text) {
+  Spend(text.size() / 16);
+  return text;
+}
+
 // --- The model -----------------------------------------------------------------------------------
 
 // What is missing of a product is missing of each of its occurrences, and listed once.
@@ -155,8 +186,9 @@ void Reading::Skip(Severity severity, Id id, const std::string& reason, const EN
     // It has a line all the same.
   }
   const auto known = ids_.find(annotation);
-  account_.Add({severity, kind, "#" + std::to_string(id), known == ids_.end() ? "" : known->second,
-                reason, file.LineOf(id), 1});
+  account_.Add({severity, kind, "#" + std::to_string(id),
+                known == ids_.end() ? "" : Path() + "#" + std::to_string(known->second), reason,
+                file.LineOf(id), 1});
 }
 
 Model Reading::Finish() {
@@ -165,12 +197,11 @@ Model Reading::Finish() {
 }
 
 void Reading::Describe(ENTITY& entity, Id id, const char* kind, const std::string& name) {
-  const std::string text =
-      (occurrence_ == nullptr ? "" : occurrence_->path) + "#" + std::to_string(id);
+  const std::string text = Path() + "#" + std::to_string(id);
   part.Id(entity, text.c_str());
   if (!name.empty()) part.Name(entity, Wide(name).c_str());
   model.labels[&entity] = {kind, name.empty() ? text : name};
-  ids_[&entity] = text;
+  if (topology.count(id) == 0) ids_[&entity] = id;
 }
 
 void Reading::Write(const ENTITY& annotation, const char* field, const Quantity& quantity) {
@@ -181,6 +212,7 @@ void Reading::Write(const ENTITY& annotation, const char* field, const Quantity&
 }
 
 ENTITY& Reading::Carrier(const std::vector<ENTITY*>& entities) {
+  Spend(entities.size());
   if (entities.size() == 1 && inBody.count(entities.front()) != 0) return *entities.front();
   return part.Collection(entities);
 }

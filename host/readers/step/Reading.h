@@ -22,7 +22,7 @@ struct Placement {
 // A file being turned into a model: what the steps below share. Each step reads one subject.
 class Reading {
  public:
-  // Throws ModelError for what is no exchange structure or no AP242.
+  // Throws ModelError for text that is not an exchange structure or not AP242.
   Reading(std::string_view text, const std::string& name);
 
   Exchange file;
@@ -35,7 +35,8 @@ class Reading {
   std::unordered_map<Id, ENTITY*> annotations;  // by the instance that says what it means
   // By callout and annotation occurrence, of all occurrences read so far.
   std::unordered_map<Id, std::vector<ENTITY*>> shown;
-  std::unordered_set<Id> listedUsages;  // with an item that is nothing of the model
+  std::size_t pointsLeft;               // that may still be looked at: annotations may share them
+  std::unordered_set<Id> listedUsages;  // with an item that is not in the model
 
   // --- Instances ---
 
@@ -43,6 +44,8 @@ class Reading {
   const Instance& Get(Id id);
   // Whether an instance is of a class; false when it does not exist.
   bool Is(Id id, std::string_view entity);
+  // The name of an item of a representation; empty when it has none or does not exist.
+  std::string NameOf(Id item);
   // The instances that refer to one and are of a class.
   std::vector<Id> ReferrersOf(Id id, std::string_view entity);
   QENposition PointOf(Id cartesianPoint, double scale = 1);
@@ -55,11 +58,20 @@ class Reading {
   // Begins to read an occurrence: nothing of it is known yet.
   // REQUIRES: both outlive the reading of the occurrence.
   void Begin(Assembly& assembly, const Occurrence& occurrence);
-  // Whether a shape aspect, or a product's shape, is of the occurrence's product. What names no
-  // product is of the first one.
+  // Whether a shape aspect, or a product's shape, is of the occurrence's product. One that names
+  // no product belongs to the first.
   bool IsOfProduct(Id shape);
   // Whether the occurrence's product has an item in its shape.
   bool HasItem(Id item);
+
+  // --- Shared use ---
+
+  // Counts what annotations take of instances that they share, and that multiplies thereby:
+  // entities that they are on, members of views, items of lists, sixteen bytes of a text. Throws
+  // ModelError when it is more than a file of that size may state.
+  void Spend(std::size_t more);
+  // Counts a text that is taken.
+  std::string Spend(std::string text);
 
   // --- The model ---
 
@@ -67,8 +79,10 @@ class Reading {
   void Skip(Severity severity, Id id, const std::string& reason,
             const ENTITY* annotation = nullptr);
   // Whether the model holds as much as one of that file's size may: parts of assemblies multiply.
-  bool IsFull() const { return model.labels.size() > 40'000 + file.Size() / 100; }
-  // Gives the model away, with the account of what it lacks.
+  bool IsFull() const {
+    return model.labels.size() > 40'000 + file.Size() / 100 || left_ < most_ / 2;
+  }
+  // Moves the model out, with the account of what is missing.
   Model Finish();
   void Count(const char* kind, long more = 1) { model.counts[kind] += more; }
   // Gives an entity the instance's number, behind the occurrence's path, as id, its name (when
@@ -76,12 +90,15 @@ class Reading {
   void Describe(ENTITY& entity, Id id, const char* kind, const std::string& name);
   // Notes a value as written where its unit is not the model's.
   void Write(const ENTITY& annotation, const char* field, const Quantity& quantity);
-  // What PMI on these entities hangs on: the entity itself, or a collection of them.
+  // The owner for PMI that applies to these entities: the entity itself, or a collection of them.
   ENTITY& Carrier(const std::vector<ENTITY*>& entities);
   // The topology that a shape aspect stands for, in the order of the file, each once.
   const std::vector<ENTITY*>& EntitiesOf(Id aspect);
 
-  // Does the work for one annotation; what can't be read of it loses it.
+  // What stands before the ids of the occurrence's entities.
+  std::string Path() const { return occurrence_ == nullptr ? "" : occurrence_->path; }
+
+  // Does the work for one annotation; when it can't be read, it is listed as lost.
   template <typename Work>
   void Try(Id id, Work work) {
     try {
@@ -92,11 +109,14 @@ class Reading {
   }
 
  private:
+  std::string name_;
+  std::size_t most_;  // that may be spent
+  std::size_t left_;
   Account account_;
   Assembly* assembly_ = nullptr;
   const Occurrence* occurrence_ = nullptr;
   std::unordered_map<Id, std::vector<ENTITY*>> entitiesOf_;  // by aspect, of this occurrence
-  std::unordered_map<const ENTITY*, std::string> ids_;       // of annotations and captures
+  std::unordered_map<const ENTITY*, Id> ids_;                // of annotations and captures
 };
 
 // --- Steps, in order -----------------------------------------------------------------------------

@@ -22,14 +22,15 @@ constexpr Specials kSpecials;
 
 void Splitter::SkipBlanks() {
   while (at_ < text_.size()) {
-    if (IsBlank(text_[at_])) {
+    const char c = text_[at_];
+    if (IsBlank(c)) {
       ++at_;
-    } else if (text_.compare(at_, 2, "/*") == 0) {
+    } else if (c == '/' && text_.compare(at_, 2, "/*") == 0) {
       const std::size_t end = text_.find("*/", at_ + 2);
       if (end == std::string_view::npos) exchange_.Fail(at_, "a comment does not end");
       at_ = end + 2;
-    } else if (text_.compare(at_, 3, "\\N\\") == 0 || text_.compare(at_, 3, "\\F\\") == 0) {
-      at_ += 3;  // print control
+    } else if (c == '\\' && IsPrintControl(text_.substr(at_, 3))) {
+      at_ += 3;
     } else {
       return;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "readers/step/Characters.h"
+#include "readers/step/Geometry.h"
 #include "readers/step/Reading.h"
 
 namespace {
@@ -32,9 +33,10 @@ bool IsStep(std::string_view bytes) {
   return text.compare(at, kStart.size(), kStart) == 0;
 }
 
-Model ReadStepText(std::string_view text, const std::string& name) {
+Model ReadStepText(std::string_view text, const std::string& name, Drawing* drawing) {
   step::Reading reading(WithoutMark(text), name);
   step::Assembly assembly(reading);
+  step::GeometryReader geometry(reading);
   const step::Occurrence* left = nullptr;  // the first that there is no place for
   for (const step::Occurrence& occurrence : assembly.Occurrences()) {
     if (!occurrence.path.empty() && reading.IsFull()) {
@@ -42,11 +44,16 @@ Model ReadStepText(std::string_view text, const std::string& name) {
       break;
     }
     reading.Begin(assembly, occurrence);
-    step::ReadTopology(reading);
-    step::ReadDatums(reading);
-    step::ReadTolerances(reading);
-    step::ReadDimensions(reading);
-    step::ReadPresentation(reading);
+    // Most of a step's instances are of no use to the next.
+    for (const auto read : {step::ReadTopology, step::ReadDatums, step::ReadTolerances,
+                            step::ReadDimensions, step::ReadPresentation}) {
+      read(reading);
+      reading.file.Forget();
+    }
+    if (drawing != nullptr) {
+      geometry.Read(occurrence);
+      reading.file.Forget();
+    }
   }
   // They stand in the assembly's space and show annotations of all its parts.
   reading.Begin(assembly, assembly.Occurrences().front());
@@ -55,5 +62,11 @@ Model ReadStepText(std::string_view text, const std::string& name) {
                  "its assembly has too many parts to hold them all");
   }
   step::ReadSavedViews(reading);
+  if (drawing != nullptr) geometry.Draw(*drawing);
+  for (const char* unread : {"SURFACE_TEXTURE_REPRESENTATION", "DEFAULT_TOLERANCE_TABLE"}) {
+    for (const step::Id id : reading.file.Of(unread)) {
+      reading.Skip(Severity::kLost, id, "it is PMI that is not read");
+    }
+  }
   return reading.Finish();
 }

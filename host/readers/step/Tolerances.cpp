@@ -110,6 +110,13 @@ class TolerancesReader {
         if (kinds_.count(upper) == 0 || kinds_.count(lower) == 0 || upper == lower) {
           throw Unreadable(id, "it does not join two tolerances");
         }
+        // Frames that hold at once or one before the other are no segments of one.
+        const std::string name = record.Text(0);
+        if (!name.empty() && name != "composite") {
+          reading_.Skip(Severity::kReduced, id,
+                        "its tolerances' relation '" + name + "' is left out");
+          return;
+        }
         if (!isLower_.insert(lower).second) {
           throw Unreadable(id, "its lower row is one already");
         }
@@ -149,6 +156,11 @@ class TolerancesReader {
     auto& fields = standin::Edit(tolerance);
     fields.type = kinds_.at(id);
     fields.all_around = reading_.Is(common.Reference(3), "ALL_AROUND_SHAPE_ASPECT") ? 1 : 0;
+    for (const char* part : {"ALL_OVER_SHAPE_ASPECT", "BETWEEN_SHAPE_ASPECT"}) {
+      if (!reading_.Is(common.Reference(3), part)) continue;
+      reading_.Skip(Severity::kReduced, common.Reference(3), "the model has no mark for it",
+                    &tolerance);
+    }
     if (fields.type == tol_unknown) {
       reading_.Skip(Severity::kReduced, id, "its kind is not stated", &tolerance);
     }

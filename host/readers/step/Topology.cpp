@@ -8,7 +8,8 @@ namespace {
 
 class TopologyReader {
  public:
-  explicit TopologyReader(Reading& reading) : reading_(reading) {}
+  explicit TopologyReader(Reading& reading)
+      : reading_(reading), left_(100'000 + reading.file.Size() / 4) {}
 
   void Read() {
     for (const char* solid : {"MANIFOLD_SOLID_BREP", "FACETED_BREP", "BREP_WITH_VOIDS"}) {
@@ -42,23 +43,15 @@ class TopologyReader {
   BODY& Body(const Instance& instance) {
     BODY& body = reading_.part.Body();
     if (reading_.firstBody == nullptr) reading_.firstBody = &body;
-    Add(instance.id, body, "body", NameOf(instance));
+    Add(instance.id, body, "body");
     reading_.inBody.insert(&body);
     reading_.Count("bodies");
     return body;
   }
 
-  // Every item of a representation has its name first.
-  static std::string NameOf(const Instance& instance) {
-    const Record* record = instance.Find("REPRESENTATION_ITEM");
-    if (record == nullptr) record = &instance.records.front();
-    return record->count > 0 && record->values[0].kind == Value::kString ? record->Text(0)
-                                                                         : std::string();
-  }
-
-  void Add(Id id, ENTITY& entity, const char* kind, const std::string& name) {
+  void Add(Id id, ENTITY& entity, const char* kind) {
     reading_.topology[id] = &entity;
-    reading_.Describe(entity, id, kind, name);
+    reading_.Describe(entity, id, kind, reading_.NameOf(id));
   }
 
   void ReadSolid(const Instance& solid) {
@@ -82,7 +75,13 @@ class TopologyReader {
     for (const Value& face : shell->records.front().List(1)) AddFace(face.Reference(), body);
   }
 
+  // Faces may share their bounds, and bodies their shells.
+  void Spend(Id of) {
+    if (left_-- == 0) throw Unreadable(of, "its shells or loops are shared too often");
+  }
+
   void AddFace(Id id, BODY& body) {
+    Spend(id);
     const Instance& instance = reading_.Get(id);
     const auto known = reading_.topology.find(id);
     if (known != reading_.topology.end()) {
@@ -94,6 +93,7 @@ class TopologyReader {
           reading_.Get(reading_.Get(bound.Reference()).records.front().Reference(1));
       if (loop.Find("EDGE_LOOP") == nullptr) continue;  // a vertex or a polygon bounds the face
       for (const Value& oriented : loop.records.front().List(1)) {
+        Spend(id);
         const Instance& use = reading_.Get(oriented.Reference());
         edges.push_back(&Edge(use.records.front().Reference(3)));
       }
@@ -102,7 +102,7 @@ class TopologyReader {
     entity_fields::faces(body).push_back(&face);
     for (const EDGE* edge : face.edges()) Reach(*edge);
     reading_.inBody.insert(&face);
-    Add(id, face, "face", NameOf(instance));
+    Add(id, face, "face");
     reading_.Count("faces");
   }
 
@@ -122,7 +122,7 @@ class TopologyReader {
     const Record& record = instance.records.front();
     auto& edge =
         reading_.part.Make<EDGE>(&Vertex(record.Reference(1)), &Vertex(record.Reference(2)));
-    Add(id, edge, "edge", NameOf(instance));
+    Add(id, edge, "edge");
     reading_.Count("edges");
     return edge;
   }
@@ -133,8 +133,9 @@ class TopologyReader {
       if (is_VERTEX(known->second) == 1) return static_cast<VERTEX&>(*known->second);
       throw Unreadable(id, "it is used as a vertex and as something else");
     }
+    reading_.Get(id);
     auto& vertex = reading_.part.Make<VERTEX>();
-    Add(id, vertex, "vertex", NameOf(reading_.Get(id)));
+    Add(id, vertex, "vertex");
     reading_.Count("vertices");
     return vertex;
   }
@@ -143,6 +144,7 @@ class TopologyReader {
     BODY& body = Body(model);
     for (const Value& set : model.records.front().List(1)) {
       for (const Value& edge : reading_.Get(set.Reference()).records.front().List(1)) {
+        Spend(edge.Reference());
         AddWire(Edge(edge.Reference()), body);
       }
     }
@@ -178,14 +180,14 @@ class TopologyReader {
         auto& vertex = reading_.part.Make<VERTEX>();
         entity_fields::points(body).push_back(&vertex);
         reading_.inBody.insert(&vertex);
-        Add(id, vertex, "vertex", NameOf(instance));
+        Add(id, vertex, "vertex");
         reading_.Count("vertices");
         continue;
       }
       auto& begin = reading_.part.Make<VERTEX>();
       auto& end = reading_.part.Make<VERTEX>();
       auto& edge = reading_.part.Make<EDGE>(&begin, &end);
-      Add(id, edge, "edge", NameOf(instance));
+      Add(id, edge, "edge");
       reading_.Count("edges");
       AddWire(edge, body);
     }
@@ -201,12 +203,13 @@ class TopologyReader {
       auto& face = reading_.part.Make<FACE>(std::vector<EDGE*>());
       entity_fields::faces(body).push_back(&face);
       reading_.inBody.insert(&face);
-      Add(id, face, "face", NameOf(instance));
+      Add(id, face, "face");
       reading_.Count("faces");
     }
   }
 
   Reading& reading_;
+  std::size_t left_;  // faces and edges that may still be gone through
 };
 
 }  // namespace

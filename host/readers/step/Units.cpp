@@ -3,10 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/Account.h"
+
 namespace step {
 
 namespace {
 
+// Longer than any number that a double tells apart from others.
+constexpr std::size_t kLongest = 40;
 constexpr double kPi = 3.14159265358979323846;
 
 struct Named {
@@ -94,7 +98,7 @@ Units::Units(Exchange& file) : file_(file) {
       const Instance& representation = Get(file, id);
       const Record* record = representation.Find("REPRESENTATION");
       if (record == nullptr) record = &representation.records.front();
-      const Id unit = LengthUnitOf(record->Reference(2));
+      const Id unit = UnitOf(record->Reference(2), "LENGTH_UNIT");
       if (unit == 0) continue;
       const Unit length = UnitOf(unit);
       metres_ = length.factor;
@@ -104,21 +108,26 @@ Units::Units(Exchange& file) : file_(file) {
   }
 }
 
-Id Units::LengthUnitOf(Id context) const {
+Id Units::UnitOf(Id context, std::string_view kind) const {
   const Instance* const instance = context == 0 ? nullptr : file_.Find(context);
   const Record* const units =
       instance == nullptr ? nullptr : instance->Find("GLOBAL_UNIT_ASSIGNED_CONTEXT");
   if (units == nullptr) return 0;
   for (const Value& unit : units->List(units->count - 1)) {
     const Instance* const named = file_.Find(unit.Reference());
-    if (named != nullptr && named->Find("LENGTH_UNIT") != nullptr) return named->id;
+    if (named != nullptr && named->Find(kind) != nullptr) return named->id;
   }
   return 0;
 }
 
 double Units::ScaleOf(Id context) const {
-  const Id unit = LengthUnitOf(context);
+  const Id unit = UnitOf(context, "LENGTH_UNIT");
   return unit == 0 ? 1 : UnitOf(unit).factor / metres_;
+}
+
+double Units::RadiansOf(Id context) const {
+  const Id unit = UnitOf(context, "PLANE_ANGLE_UNIT");
+  return unit == 0 ? 1 : UnitOf(unit).factor;
 }
 
 Units::Unit Units::UnitOf(Id id, int depth) const {
@@ -160,15 +169,36 @@ Units::Unit Units::UnitOf(Id id, int depth) const {
   return unit;
 }
 
-Quantity Units::Measure(Id id, bool isAngle) const {
-  const Quantity quantity = Measure(id);
+const Quantity& Units::Measure(Id id, bool isAngle) const {
+  const Quantity& quantity = Measure(id);
   if (quantity.isAngle != isAngle) {
     throw Unreadable(id, isAngle ? "it is no angle" : "it is no length");
   }
   return quantity;
 }
 
-Quantity Units::Measure(Id id) const {
+const Quantity& Units::Measure(Id id) const {
+  const auto known = measures_.find(id);
+  return known != measures_.end() ? known->second
+                                  : measures_.emplace(id, ReadMeasure(id)).first->second;
+}
+
+std::vector<Id> Units::QualifiersOf(const Instance& measure) const {
+  std::vector<Id> qualifiers;
+  const auto add = [&](const Record& record) {
+    for (const Value& item : record.List(record.count - 1)) qualifiers.push_back(item.Reference());
+  };
+  if (const Record* own = measure.Find("QUALIFIED_REPRESENTATION_ITEM")) add(*own);
+  if (file_.Of("MEASURE_QUALIFICATION").empty()) return qualifiers;
+  for (const Id user : file_.ReferrersOf(measure.id)) {
+    const Instance* const relation = file_.Find(user);
+    const Record* const record = relation->Find("MEASURE_QUALIFICATION");
+    if (record != nullptr && record->Reference(2) == measure.id) add(*record);
+  }
+  return qualifiers;
+}
+
+Quantity Units::ReadMeasure(Id id) const {
   const Instance& instance = Get(file_, id);
   const MeasureAt at = FindMeasure(instance);
   const Unit unit = UnitOf(at.record->Reference(at.value + 1));
@@ -176,27 +206,25 @@ Quantity Units::Measure(Id id) const {
   const std::string_view written = at.record->At(at.value).Untyped().Text();
   Quantity quantity;
   quantity.isAngle = unit.isAngle;
-  quantity.unit = unit.name;
+  quantity.unit = Cut(unit.name, kLongest);
   // One factor, and none where the units are the same: 0.1 stays 0.1.
   const double to = unit.isAngle ? kPi / 180 : metres_;
   quantity.value = unit.factor == to ? number : number * (unit.factor / to);
   if (!std::isfinite(quantity.value)) throw Unreadable(id, "its value is too large");
   quantity.decimals = DecimalsOf(written);
-  if (const Record* qualified = instance.Find("QUALIFIED_REPRESENTATION_ITEM")) {
-    for (const Value& item : qualified->List(qualified->count - 1)) {
-      const Instance* const format = file_.Find(item.Reference());
-      const Record* const record =
-          format == nullptr ? nullptr : format->Find("VALUE_FORMAT_TYPE_QUALIFIER");
-      if (record == nullptr) continue;
-      // "NR2 2.3": a number of two digits before the point and three behind it.
-      const std::string text = record->Text(0);
-      const std::size_t point = text.rfind('.');
-      if (text.substr(0, 3) != "NR2" || point == std::string::npos) continue;
-      quantity.decimals = std::atoi(text.c_str() + point + 1);
-    }
+  for (const Id id : QualifiersOf(instance)) {
+    const Instance* const format = file_.Find(id);
+    const Record* const record =
+        format == nullptr ? nullptr : format->Find("VALUE_FORMAT_TYPE_QUALIFIER");
+    if (record == nullptr) continue;
+    // "NR2 2.3": a number of two digits before the point and three behind it.
+    const std::string text = record->Text(0);
+    const std::size_t point = text.rfind('.');
+    if (text.substr(0, 3) != "NR2" || point == std::string::npos) continue;
+    quantity.decimals = std::atoi(text.c_str() + point + 1);
   }
   quantity.decimals = std::clamp(quantity.decimals, 0, 20);
-  quantity.written = Shown(written, quantity.decimals);
+  quantity.written = Cut(Shown(written, quantity.decimals), kLongest);
   return quantity;
 }
 

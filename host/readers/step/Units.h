@@ -9,7 +9,7 @@ struct Quantity {
   double value = 0;  // in the model's unit of length, degrees for angles
   bool isAngle = false;
   int decimals = 0;     // as a format qualifier states, else as many as are written
-  std::string written;  // the number as written, with the decimals that are stated
+  std::string written;  // the number as written, with the decimals that are stated; cut when long
   std::string unit;     // "mm", "inch", "degree" ...
 };
 
@@ -23,12 +23,16 @@ class Units {
   const std::string& LinearUnit() const { return name_; }
 
   // A measure with its unit, in any of the forms that the schema has for them. Throws Unreadable
-  // for what is none, for numbers that are not finite, and for units of other kinds.
-  Quantity Measure(Id id) const;
+  // when it is not a measure, not finite, or has a unit of another kind.
+  const Quantity& Measure(Id id) const;
   // The same, for a measure that has to be a length, or an angle.
-  Quantity Measure(Id id, bool isAngle) const;
+  const Quantity& Measure(Id id, bool isAngle) const;
+  // What qualifies a measure: by itself, or by relations to it.
+  std::vector<Id> QualifiersOf(const Instance& measure) const;
   // From a length in the unit of a representation's context to the model's.
   double ScaleOf(Id context) const;
+  // From an angle in the unit of a representation's context to radians.
+  double RadiansOf(Id context) const;
 
  private:
   struct Unit {
@@ -37,11 +41,14 @@ class Units {
     std::string name;
   };
 
+  Quantity ReadMeasure(Id id) const;
   Unit UnitOf(Id id, int depth = 0) const;
-  Id LengthUnitOf(Id context) const;
+  // The unit of a representation's context for LENGTH_UNIT or PLANE_ANGLE_UNIT; 0 for none.
+  Id UnitOf(Id context, std::string_view kind) const;
 
   Exchange& file_;
-  double metres_ = 1;  // in one model unit
+  mutable std::unordered_map<Id, Quantity> measures_;  // many annotations may share one
+  double metres_ = 1;                                  // in one model unit
   std::string name_;
 };
 

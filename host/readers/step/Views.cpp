@@ -22,7 +22,7 @@ class ViewReader {
     std::vector<ENTITY*> members;
     for (const Value& item : record.List(1)) AddMembers(item.Reference(), members);
     auto& capture = reading_.part.AddCapture(members);
-    std::string name = reading_.Get(camera_).As("REPRESENTATION_ITEM").Text(0);
+    std::string name = reading_.Spend(reading_.Get(camera_).As("REPRESENTATION_ITEM").Text(0));
     if (name.empty()) name = record.Text(0);
     reading_.Describe(capture, model_, "capture", name);
     try {
@@ -40,12 +40,14 @@ class ViewReader {
     const auto found = reading_.shown.find(item);
     if (found != reading_.shown.end()) {
       for (ENTITY* annotation : found->second) {
+        reading_.Spend(1 + reading_.model.labels[annotation].label.size() / 16);
         if (seen_.insert(annotation).second) members.push_back(annotation);
       }
       return;
     }
     if (!reading_.Is(item, "ANNOTATION_PLANE")) return;
     const Record& plane = reading_.Get(item).As("ANNOTATION_PLANE");
+    reading_.Spend(plane.List(plane.count - 1).size / 10);
     for (const Value& element : plane.List(plane.count - 1)) {
       if (!reading_.Is(element.Reference(), "ANNOTATION_PLANE")) {
         AddMembers(element.Reference(), members);
@@ -56,7 +58,8 @@ class ViewReader {
   // One looks from the projection point through the window, which stands in the view plane, in the
   // view reference system (ISO 10303-46). Where the window does not stand at the plane's distance
   // the file gives both in the model's space, and the system's axis points to the viewer. The
-  // window's height gives the zoom: one over half of it.
+  // window's height gives the zoom: one over half of it. The view so looks at the front of its
+  // texts, also where the same part's QIF document has the system's axis for the one to the viewer.
   KOVAPMI_CAMERA& MakeCamera(const std::string& name) {
     const Record& record = reading_.Get(camera_).As("CAMERA_MODEL_D3");
     // In a complex instance the name stands elsewhere.

@@ -43,7 +43,7 @@ void ReadZones(Reading& reading, Id tolerance, KOVAPMI_GEOM_TOL_ROW& row,
     // In a simple instance behind what every shape aspect has.
     const Record& record = reading.Get(zone).As("TOLERANCE_ZONE");
     const Id formId = record.Reference(record.count == 2 ? 1 : 5);
-    const std::string form = reading.Get(formId).records.front().Text(0);
+    const std::string form = reading.Spend(reading.Get(formId).records.front().Text(0));
     standin::Edit(row).zone_shape = ZoneShape(form);
     if (form == "non uniform") {
       reading.Skip(Severity::kReduced, zone, "that the zone is not uniform is left out",
@@ -52,7 +52,9 @@ void ReadZones(Reading& reading, Id tolerance, KOVAPMI_GEOM_TOL_ROW& row,
     if (hasDatum) {
       reading.Skip(Severity::kReduced, zone, "the zone's datum is left out", &annotation);
     }
-    for (const Id user : reading.file.ReferrersOf(zone)) {
+    const std::vector<Id> users = reading.file.ReferrersOf(zone);
+    reading.Spend(users.size() / 10);
+    for (const Id user : users) {
       ReadDefinition(reading, user, row, annotation);
     }
   }

@@ -2,6 +2,8 @@
 
 #include "writers/json/Trees.h"
 
+namespace json {
+
 namespace {
 
 Json PointToJson(const Point3& point) { return std::isnan(point[0]) ? Json() : Json(point); }
@@ -149,3 +151,5 @@ Json AnnotationToJson(const AnnotationReport& annotation) {
   if (annotation.roughness) json["roughness"] = RoughnessToJson(*annotation.roughness);
   return json;
 }
+
+}  // namespace json

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace json {
+
 void JsonText::NewLine() {
   if (indent_ < 0) return;
   text_ += '\n';
@@ -62,3 +64,5 @@ JsonText& JsonText::Value(const nlohmann::ordered_json& value) {
   HandOn();
   return *this;
 }
+
+}  // namespace json

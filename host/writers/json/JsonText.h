@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+namespace json {
+
 // Writes a JSON document piece by piece, so that no tree of the whole has to be held: keys and
 // values in their order, objects and arrays opened and closed around them. Laid out as
 // nlohmann::json::dump does with the same indent; bytes that are no UTF-8 are replaced.
@@ -30,11 +32,11 @@ class JsonText {
     return Close(']');
   }
 
-  // The text that was not handed on so far; leaves none.
+  // Returns and clears the text that was not yet handed on.
   std::string Take() { return std::move(text_); }
 
  private:
-  // Begins a new item of what is open.
+  // Begins a new item of the open object or array.
   void Begin();
   void HandOn();
   void NewLine();
@@ -42,7 +44,9 @@ class JsonText {
   int indent_;
   Sink sink_;
   int depth_ = 0;
-  bool isFirst_ = true;  // of what is open
+  bool isFirst_ = true;  // whether the next item is the first of the open object or array
   bool afterKey_ = false;
   std::string text_;
 };
+
+}  // namespace json

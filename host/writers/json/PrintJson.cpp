@@ -3,6 +3,8 @@
 #include "writers/json/JsonText.h"
 #include "writers/json/Trees.h"
 
+namespace json {
+
 namespace {
 
 // The version of the JSON's shape, in docs/report.schema.json too.
@@ -36,8 +38,9 @@ Json CaptureToJson(const CaptureReport& capture) {
            {{"count", capture.memberCount},
             {"annotations",
              List(capture.members, [](const MemberReport& member) { return OrNull(member.name); })},
-            {"ids", List(capture.members,
-                         [](const MemberReport& member) { return OrNull(member.id); })}}}};
+            {"ids",
+             List(capture.members, [](const MemberReport& member) { return OrNull(member.id); })},
+            {"entities", List(capture.entities, EntityToJson)}}}};
 }
 
 Json AppliedToJson(const AppliedEntityReport& applied) {
@@ -80,7 +83,28 @@ void WriteSource(const SourceReport& source, JsonText& text) {
   text.Key("skipped").List(source.skipped, SkippedToJson).Close('}');
 }
 
-// The document's beginning, which says what it is.
+void WriteChecks(const ChecksReport& checks, JsonText& text) {
+  std::map<std::string, long> counts;
+  for (const FindingReport& finding : checks.findings)
+    ++counts[checks.rules[finding.rule].severity];
+  text.Open('{').Key("errors").Value(counts["error"]).Key("warnings").Value(counts["warning"]);
+  text.Key("notes").Value(counts["note"]).Key("rules");
+  text.List(checks.rules, [](const RuleReport& rule) { return rule.id; }).Key("findings");
+  text.List(checks.findings, [&](const FindingReport& finding) {
+    const RuleReport& rule = checks.rules[finding.rule];
+    return Json{{"rule", rule.id},
+                {"severity", rule.severity},
+                {"annotation", OrNull(finding.annotation)},
+                {"name", OrNull(finding.name)},
+                {"message", finding.message},
+                {"title", rule.title},
+                {"standard", OrNull(rule.standard)},
+                {"advice", rule.advice}};
+  });
+  text.Close('}');
+}
+
+// The first keys of every document: version of the shape, program.
 JsonText Begin(const std::string& program, int indent, JsonText::Sink sink = {}) {
   JsonText text(indent, std::move(sink));
   text.Open('{').Key("format").Value(kFormat).Key("program").Value(program);
@@ -100,6 +124,10 @@ void PrintJson(const ModelReport& report, const std::string& program, int indent
   text.Key("entities").List(report.entities, AppliedToJson);
   text.Key("source");
   WriteSource(report.source, text);
+  if (report.checks) {
+    text.Key("checks");
+    WriteChecks(*report.checks, text);
+  }
   sink(text.Close('}').Take());
 }
 
@@ -115,3 +143,5 @@ std::string PrintJsonError(const std::string& file, const std::string& error,
   text.Key("source").Value({{"file", file}, {"error", error}});
   return text.Close('}').Take();
 }
+
+}  // namespace json

@@ -4,6 +4,8 @@
 
 #include "report/Report.h"
 
+namespace json {
+
 // Parts of the report as JSON trees.
 
 using Json = nlohmann::ordered_json;
@@ -11,7 +13,7 @@ using Json = nlohmann::ordered_json;
 Json AnnotationToJson(const AnnotationReport& annotation);
 Json EntityToJson(const EntityReport& entity);
 
-// Null for what is absent.
+// Null for an absent value.
 template <typename T>
 Json OrNull(const std::optional<T>& value) {
   return value.has_value() ? Json(*value) : Json();
@@ -22,7 +24,7 @@ Json OrNull(const std::optional<T>& value, Convert convert) {
   return value.has_value() ? convert(*value) : Json();
 }
 
-// Of a text that is empty where there is none.
+// Null for an empty text.
 inline Json OrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
 
 template <typename T, typename Convert>
@@ -33,3 +35,5 @@ Json List(const std::vector<T>& items, Convert convert) {
 }
 
 inline Json TextToJson(const Text& text) { return OrNull(text); }
+
+}  // namespace json

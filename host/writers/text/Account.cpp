@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
+#include <tuple>
 
-#include "writers/text/Clean.h"
-#include "writers/text/Kinds.h"
+#include "report/Clean.h"
+#include "report/Kinds.h"
+#include "writers/text/Checks.h"
 #include "writers/text/PrintText.h"
 
 namespace text {
@@ -29,11 +32,13 @@ std::string IdOf(const SkippedReport& skipped, bool verbose) {
                                         : skipped.annotation;
 }
 
-std::vector<Group> GroupsOf(const SourceReport& source, const std::string& severity, bool verbose) {
+using Entries = std::vector<const SkippedReport*>;
+
+std::vector<Group> GroupsOf(const Entries& entries, bool verbose) {
   std::vector<Group> groups;
   std::map<std::string, std::size_t> places;
-  for (const SkippedReport& skipped : source.skipped) {
-    if (skipped.severity != severity) continue;
+  for (const SkippedReport* entry : entries) {
+    const SkippedReport& skipped = *entry;
     const std::string title = skipped.kind + ": " + skipped.reason;
     const auto [place, isNew] = places.emplace(title, groups.size());
     if (isNew) groups.push_back({title, {}, 0, 0});
@@ -72,6 +77,40 @@ std::vector<std::string> CountsOf(const ModelReport& report) {
   return counts;
 }
 
+// The name of the annotation or capture of an id.
+Text NameOf(const ModelReport& report, const std::string& id) {
+  for (const ViewReport& view : report.views) {
+    for (const AnnotationReport& annotation : view.annotations) {
+      if (!id.empty() && annotation.id == id) return annotation.name;
+    }
+  }
+  for (const CaptureReport& capture : report.captures) {
+    if (!id.empty() && capture.id == id) return capture.name;
+  }
+  return {};
+}
+
+// The entry to name where one is named: the first by line of those that were lost, on annotations
+// before captures. Of several on one annotation it is the reader's first: a capture's member or a
+// display is missing because the annotation is.
+const SkippedReport* FirstLost(const ModelReport& report, bool strict) {
+  const SkippedReport* first = nullptr;
+  std::set<Text> captures;
+  for (const CaptureReport& capture : report.captures) captures.insert(capture.id);
+  std::set<std::pair<std::string, std::string>> known;  // severity, id
+  const auto rank = [&](const SkippedReport& skipped) {
+    return std::tuple(skipped.severity != "lost", captures.count(skipped.annotation) != 0,
+                      skipped.line == 0, skipped.line);
+  };
+  for (const SkippedReport& skipped : report.source.skipped) {
+    if (skipped.severity != "lost" && !(strict && skipped.severity == "reduced")) continue;
+    const std::string id = IdOf(skipped, false);
+    if (!id.empty() && !known.emplace(skipped.severity, id).second) continue;
+    if (first == nullptr || rank(skipped) < rank(*first)) first = &skipped;
+  }
+  return first;
+}
+
 }  // namespace
 
 long CountSkipped(const SourceReport& source, const std::string& severity) {
@@ -96,10 +135,17 @@ std::string Head(const ModelReport& report) {
     const long count = CountSkipped(source, severity);
     if (count != 0) skipped.push_back(std::to_string(count) + " " + severity);
   }
-  return OneLine(head + "; " + (skipped.empty() ? "nothing lost" : Some(skipped, skipped.size())));
+  head += "; " + (skipped.empty() ? "nothing lost" : Some(skipped, skipped.size()));
+  return OneLine(report.checks ? head + "; checked: " + CountFindings(*report.checks) : head);
 }
 
-void PrintAccount(Page& page, const SourceReport& source, bool verbose) {
+void PrintAccount(Page& page, const ModelReport& report, bool verbose, bool isSelection) {
+  std::set<std::string> shown;
+  for (const ViewReport& view : report.views) {
+    for (const AnnotationReport& each : view.annotations) shown.insert(each.id.value_or(""));
+  }
+  for (const CaptureReport& capture : report.captures) shown.insert(capture.id.value_or(""));
+  shown.erase("");
   const struct {
     const char *severity, *heading;
     Ink ink;
@@ -107,46 +153,49 @@ void PrintAccount(Page& page, const SourceReport& source, bool verbose) {
                {"reduced", "Reduced", Ink::kYellow},
                {"ignored", "Ignored", Ink::kBold}};
   for (const auto& [severity, heading, ink] : parts) {
-    const std::vector<Group> groups = GroupsOf(source, severity, verbose);
-    if (groups.empty()) continue;
-    page.Heading(std::string(heading) + ": " + std::to_string(CountSkipped(source, severity)), ink);
+    const long count = CountSkipped(report.source, severity);
+    if (count == 0) continue;
+    page.Heading(std::string(heading) + ": " + std::to_string(count), ink);
     if (std::string(severity) == "ignored" && !verbose) continue;
-    const std::size_t shown = verbose ? groups.size() : std::min(groups.size(), kGroupsShown);
-    for (std::size_t i = 0; i < shown; ++i) PrintGroup(page, groups[i], verbose);
-    if (shown < groups.size()) {
-      page.Line(1, {"and " + std::to_string(groups.size() - shown) + " more"});
+    const bool onlyShown = isSelection && std::string(severity) == "reduced";
+    Entries entries;
+    long elsewhere = 0;
+    for (const SkippedReport& skipped : report.source.skipped) {
+      if (skipped.severity != severity) continue;
+      if (onlyShown && shown.count(IdOf(skipped, false)) == 0) {
+        elsewhere += skipped.count;
+      } else {
+        entries.push_back(&skipped);
+      }
     }
+    const std::vector<Group> groups = GroupsOf(entries, verbose);
+    const std::size_t listed = verbose ? groups.size() : std::min(groups.size(), kGroupsShown);
+    for (std::size_t i = 0; i < listed; ++i) PrintGroup(page, groups[i], verbose);
+    if (listed < groups.size()) {
+      page.Line(1, {"and " + std::to_string(groups.size() - listed) + " more"});
+    }
+    if (elsewhere > 0) page.Line(1, {std::to_string(elsewhere) + " elsewhere in the model"});
   }
-  if (!verbose || source.counts.empty()) return;
+  if (!verbose || report.source.counts.empty()) return;
   page.Heading("In the document");
-  for (const auto& [kind, count] : source.counts)
+  for (const auto& [kind, count] : report.source.counts) {
     page.Line(1, {kind + " " + std::to_string(count)});
+  }
 }
 
 std::string LossLine(const ModelReport& report, bool strict) {
-  const SkippedReport* first = nullptr;
-  const auto before = [](const SkippedReport& a, const SkippedReport& b) {
-    return a.line > 0 && (b.line == 0 || a.line < b.line);
-  };
-  for (const SkippedReport& skipped : report.source.skipped) {
-    const bool counts = skipped.severity == "lost" || (strict && skipped.severity == "reduced");
-    if (counts && (first == nullptr || before(skipped, *first))) first = &skipped;
-  }
+  const SkippedReport* first = FirstLost(report, strict);
   if (first == nullptr) return "";
   const long lost = CountSkipped(report.source, "lost");
   const long reduced = strict ? CountSkipped(report.source, "reduced") : 0;
-  const long all = lost + reduced;
-  std::string line = Count(all, "thing was ", "things were ");
+  std::string line = "PMI was ";
   line += reduced == 0 ? "lost" : lost == 0 ? "reduced" : "lost or reduced";
-  if (all > 1) line += ", the first";
-  if (first->line > 0) line += (all > 1 ? " at line " : ", at line ") + std::to_string(first->line);
+  line += " (" + Count(lost + reduced, "entry", "entries") + ")";
+  if (lost + reduced > 1) line += ", the first";
+  if (first->line > 0)
+    line += (lost + reduced > 1 ? " at line " : ", at line ") + std::to_string(first->line);
   line += ": " + first->kind;
-  for (const ViewReport& view : report.views) {
-    for (const AnnotationReport& annotation : view.annotations) {
-      const bool isIts = !first->annotation.empty() && annotation.id == first->annotation;
-      if (isIts && annotation.name) line += " " + Quoted(*annotation.name, false);
-    }
-  }
+  if (const Text name = NameOf(report, first->annotation)) line += " " + Quoted(*name, false);
   const std::string id = IdOf(*first, false);
   if (!id.empty()) line += " (id " + id + ")";
   return OneLine(line + ": ") + Cut(OneLine(first->reason), kReasonWidth);

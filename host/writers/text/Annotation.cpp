@@ -1,8 +1,8 @@
 #include "writers/text/Annotation.h"
 
+#include "report/Kinds.h"
+#include "report/Notation.h"
 #include "writers/text/Details.h"
-#include "writers/text/Drawing.h"
-#include "writers/text/Kinds.h"
 
 namespace text {
 
@@ -12,7 +12,7 @@ constexpr std::size_t kEntitiesShown = 4;
 
 using NamedTexts = std::vector<std::pair<const char*, Text>>;
 
-// What the drawing of a dimension or tolerance leaves out of the texts around it.
+// The texts around a dimension or tolerance that its drawing does not show.
 void AddTexts(const NamedTexts& texts, std::vector<Piece>& pieces) {
   for (const auto& [name, text] : texts) {
     if (!text.value_or("").empty()) pieces.push_back({std::string(name) + " \"" + *text + "\""});

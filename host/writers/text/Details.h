@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "report/Notation.h"
 #include "report/Report.h"
-#include "writers/text/Drawing.h"
 #include "writers/text/Page.h"
 
 namespace text {

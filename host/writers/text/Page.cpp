@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "writers/text/Clean.h"
+#include "report/Clean.h"
 
 namespace text {
 

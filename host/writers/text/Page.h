@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-// A page of text for people: lines of about a hundred characters. Whatever is put on it is made
-// safe for a terminal first (OneLine).
+// A page of text for people: lines of about a hundred characters. All text is made safe for a
+// terminal first (OneLine).
 
 namespace text {
 

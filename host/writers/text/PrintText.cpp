@@ -4,10 +4,11 @@
 #include <map>
 #include <set>
 
+#include "report/Kinds.h"
 #include "writers/text/Account.h"
 #include "writers/text/Annotation.h"
+#include "writers/text/Checks.h"
 #include "writers/text/Details.h"
-#include "writers/text/Kinds.h"
 
 namespace text {
 
@@ -41,7 +42,7 @@ class Groups {
  private:
   using Annotations = std::vector<const AnnotationReport*>;
 
-  // A group under its heading; none when it is empty.
+  // A group under its heading; nothing for an empty group.
   void PrintGroup(const std::string& heading, const Annotations& annotations) {
     if (annotations.empty()) return;
     page_.Heading(heading);
@@ -85,7 +86,7 @@ class Groups {
     }
   }
 
-  // Faces first, then edges, vertices, bodies and whatever else there is.
+  // Faces first, then edges, vertices, bodies and everything else.
   static std::size_t Rank(const std::string& kind) {
     const char* const kinds[] = {"face", "edge", "vertex", "body"};
     return static_cast<std::size_t>(std::find(std::begin(kinds), std::end(kinds), kind) -
@@ -130,6 +131,9 @@ class Groups {
     for (const CaptureReport& capture : report_.captures) {
       page_.Heading("Capture " + CaptureName(capture));
       if (style_.verbose) PrintDetails(page_, 1, capture);
+      for (const EntityReport& entity : capture.entities) {
+        if (style_.verbose) page_.Line(1, {EntityName(entity, true)});
+      }
       for (const MemberReport& member : capture.members) {
         const auto found = byId.find(member.id.value_or(""));
         if (!member.id) page_.Line(1, {MemberName(member)});
@@ -165,8 +169,11 @@ class Groups {
     for (const CaptureReport& capture : report_.captures) {
       std::vector<std::string> names;
       for (const MemberReport& member : capture.members) names.push_back(MemberName(member));
-      std::vector<Piece> pieces{{Quoted(capture.name.value_or(""), style_.verbose)}};
       const auto annotations = static_cast<long>(names.size());
+      for (const EntityReport& entity : capture.entities) {
+        if (style_.verbose) names.push_back(EntityName(entity, true));
+      }
+      std::vector<Piece> pieces{{Quoted(capture.name.value_or(""), style_.verbose)}};
       std::string shows =
           annotations == 1 ? "1 annotation" : std::to_string(annotations) + " annotations";
       if (capture.memberCount != annotations) {
@@ -189,6 +196,21 @@ class Groups {
   Annotations all_;
 };
 
+// Names the kinds that were asked for and have no annotation.
+void PrintMissing(Page& page, const ModelReport& report, const Selection& selection) {
+  std::set<std::string> shown;
+  if (!report.captures.empty()) shown.insert("captures");
+  for (const ViewReport& view : report.views) {
+    for (const AnnotationReport& annotation : view.annotations) shown.insert(annotation.kind);
+  }
+  for (const std::string& kind : selection.kinds) {
+    if (!shown.insert(kind).second) continue;
+    const std::string where = selection.captures.empty() ? "" : " in the captures asked for";
+    const bool isCapture = kind == "captures";
+    page.Heading(isCapture ? "No captures" : "No annotation of kind " + kind + where, Ink::kPlain);
+  }
+}
+
 }  // namespace
 
 std::string PrintText(const ModelReport& report, const Style& style) {
@@ -197,7 +219,9 @@ std::string PrintText(const ModelReport& report, const Style& style) {
   Groups groups(page, report, style);
   groups.Print();
   groups.PrintCaptures();
-  PrintAccount(page, report.source, style.verbose);
+  PrintMissing(page, report, style.selection);
+  PrintAccount(page, report, style.verbose, !IsAll(style.selection));
+  PrintChecks(page, report, style.verbose);
   return page.Take();
 }
 

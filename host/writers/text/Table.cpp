@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "writers/text/Clean.h"
+#include "report/Clean.h"
+#include "writers/text/Checks.h"
 #include "writers/text/PrintText.h"
 
 namespace text {
@@ -13,10 +14,11 @@ constexpr const char* kSeverities[] = {"lost", "reduced", "ignored"};
 
 }  // namespace
 
-Table::Table() {
+Table::Table(bool checked) : checked_(checked) {
   std::vector<std::string> header{"file", "format", "unit"};
   for (const std::string& kind : KindNames()) header.push_back(kind);
   for (const char* severity : kSeverities) header.emplace_back(severity);
+  if (checked_) header.insert(header.end(), {"errors", "warnings", "notes"});
   widths_.resize(header.size());
   AddRow(std::move(header));
 }
@@ -29,6 +31,9 @@ void Table::Add(const ModelReport& report) {
   }
   for (const char* severity : kSeverities) {
     row.push_back(std::to_string(CountSkipped(report.source, severity)));
+  }
+  for (const char* severity : {"error", "warning", "note"}) {
+    if (checked_) row.push_back(std::to_string(CountFindings(*report.checks, severity)));
   }
   AddRow(std::move(row));
 }

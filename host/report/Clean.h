@@ -2,10 +2,18 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
-// Texts of a document, made safe for a terminal and a line. UTF-8.
+// Texts of a document, made safe for where they are shown. UTF-8.
 
 namespace text {
+
+// The length of the character that `rest` begins with, its code in `code`; 0 when it begins with
+// none, `code` is then undefined. REQUIRES: `rest` is not empty.
+std::size_t Character(std::string_view rest, unsigned& code);
+
+// A mark that turns the direction of writing and is not seen itself (Unicode bidi controls).
+bool TurnsDirection(unsigned code);
 
 // `raw` on one line: line breaks become "⏎", tabs blanks, carriage returns nothing; controls, marks
 // that turn the direction of writing and bytes that are no UTF-8 become "�".

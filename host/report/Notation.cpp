@@ -1,4 +1,4 @@
-#include "writers/text/Drawing.h"
+#include "report/Notation.h"
 
 #include <cmath>
 #include <cstdio>
@@ -65,25 +65,6 @@ std::string Modifiers(const std::vector<ModifierReport>& modifiers) {
   return text;
 }
 
-std::string Row(const RowReport& row) {
-  std::string text = Symbol(ValueTypeSymbols(), row.valueType);
-  text += row.magnitude ? DrawNumber(*row.magnitude) : "?";
-  text += Modifiers(row.modifiers);
-  if (row.refinement.value_or(0) != 0) text += " / " + DrawNumber(*row.refinement);
-  if (row.rateUnit1.value_or(0) != 0) text += "/" + DrawNumber(*row.rateUnit1);
-  if (row.rateUnit2.value_or(0) != 0) text += "×" + DrawNumber(*row.rateUnit2);
-  if (!row.frame) return text;
-  for (const ReferenceReport& reference : row.frame->references) {
-    std::string datums;
-    for (const FrameDatumReport& datum : reference.datums) {
-      if (!datums.empty()) datums += "-";
-      datums += datum.label.value_or("?") + Modifiers(datum.modifiers);
-    }
-    text += " | " + (datums.empty() ? reference.label.value_or("?") : datums);
-  }
-  return text;
-}
-
 // A deviation with its sign.
 std::string Deviation(double value) {
   const std::string text = DrawNumber(value);
@@ -106,7 +87,7 @@ std::string Limits(const DimensionReport& dimension, const char* unit) {
 
 std::string DrawNumber(double value) {
   if (!std::isfinite(value)) return value > 0 ? "∞" : value < 0 ? "-∞" : "?";
-  // Small numbers get more decimals; what is smaller still is noise.
+  // Small numbers get more decimals; those below 1e-12 are rounding errors.
   const double size = std::abs(value);
   if (size < 1e-12) return "0";
   const int decimals = size < 0.1 ? 5 - static_cast<int>(std::floor(std::log10(size))) : 6;
@@ -132,16 +113,47 @@ std::string DrawDimension(const DimensionReport& dimension) {
     text += upper + (upper.empty() || lower.empty() ? "" : "/") + lower + unit;
   } else if (dimension.value) {
     text += DrawNumber(*dimension.value) + unit + Limits(dimension, unit);
+  } else if (dimension.texts.prefix.value_or("").empty() &&
+             dimension.texts.suffix.value_or("").empty()) {
+    text += text.empty() || text.back() == ' ' ? "(no value)" : " (no value)";
   }
   text += dimension.texts.suffix.value_or("");
   if (!after.empty()) text += " " + after;
   return text;
 }
 
+std::string CharacteristicSymbol(const ToleranceReport& tolerance) {
+  return Symbol(CharacteristicSymbols(), tolerance.type);
+}
+
+std::vector<std::string> Compartments(const RowReport& row) {
+  std::string text = Symbol(ValueTypeSymbols(), row.valueType);
+  text += row.magnitude ? DrawNumber(*row.magnitude) : "?";
+  text += Modifiers(row.modifiers);
+  if (row.refinement.value_or(0) != 0) text += " / " + DrawNumber(*row.refinement);
+  if (row.rateUnit1.value_or(0) != 0) text += "/" + DrawNumber(*row.rateUnit1);
+  if (row.rateUnit2.value_or(0) != 0) text += "×" + DrawNumber(*row.rateUnit2);
+  std::vector<std::string> compartments{text};
+  if (!row.frame) return compartments;
+  for (const ReferenceReport& reference : row.frame->references) {
+    std::string datums;
+    for (const FrameDatumReport& datum : reference.datums) {
+      if (!datums.empty()) datums += "-";
+      datums += datum.label.value_or("?") + Modifiers(datum.modifiers);
+    }
+    compartments.push_back(datums.empty() ? reference.label.value_or("?") : datums);
+  }
+  return compartments;
+}
+
 std::string DrawTolerance(const ToleranceReport& tolerance) {
-  std::string text = Symbol(CharacteristicSymbols(), tolerance.type);
+  std::string text = CharacteristicSymbol(tolerance);
   for (std::size_t i = 0; i < tolerance.rows.size(); ++i) {
-    text += (i == 0 ? " | " : " / ") + Row(tolerance.rows[i]);
+    const char* separator = i == 0 ? " | " : " / ";
+    for (const std::string& compartment : Compartments(tolerance.rows[i])) {
+      text += separator + compartment;
+      separator = " | ";
+    }
   }
   if (tolerance.allAround.value_or(false)) text += " (all around)";
   return text;

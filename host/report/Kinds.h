@@ -16,7 +16,7 @@ struct Kind {
 
 const std::vector<Kind>& Kinds();
 
-// The kind of that name; of a name that is none, the kind "unknown".
+// The kind of that name; for any other name the kind "unknown".
 const Kind& KindCalled(const std::string& name);
 
 }  // namespace text

@@ -1,4 +1,4 @@
-#include "writers/text/Kinds.h"
+#include "report/Kinds.h"
 
 namespace text {
 

@@ -1,8 +1,7 @@
-#include "writers/text/Clean.h"
+#include "report/Clean.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <string_view>
 
 namespace text {
 
@@ -10,8 +9,12 @@ namespace {
 
 bool Continues(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
-// The length of the character that `rest` begins with; 0 when it begins with none. The character's
-// code comes in `code`.
+bool IsControl(unsigned code) {
+  return code < 0x20 || (code >= 0x7F && code <= 0x9F) || TurnsDirection(code);
+}
+
+}  // namespace
+
 std::size_t Character(std::string_view rest, unsigned& code) {
   const auto first = static_cast<unsigned char>(rest[0]);
   if (first < 0x80) {
@@ -30,14 +33,10 @@ std::size_t Character(std::string_view rest, unsigned& code) {
   return code < least || surrogate || code > 0x10FFFF ? 0 : length;
 }
 
-bool IsControl(unsigned code) {
-  const bool turnsDirection = (code >= 0x202A && code <= 0x202E) ||
-                              (code >= 0x2066 && code <= 0x2069) || code == 0x200E ||
-                              code == 0x200F || code == 0x061C;
-  return code < 0x20 || (code >= 0x7F && code <= 0x9F) || turnsDirection;
+bool TurnsDirection(unsigned code) {
+  return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069) ||
+         code == 0x200E || code == 0x200F || code == 0x061C;
 }
-
-}  // namespace
 
 std::string OneLine(const std::string& raw) {
   std::string line;

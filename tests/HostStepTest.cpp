@@ -193,7 +193,8 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
 TEST(HostStepExchange, ReadsEveryFormOfInstancesAndParameters) {
   const std::string text =
       "/* first */ISO-10303-21 ;\r\nHEADER/**/;\r\nFILE_DESCRIPTION(('a;b''c'),'2;1');\r\n"
-      "FILE_SCHEMA (('ONE','AP242'));ENDSEC ;\r\nANCHOR;<a;>=#1;ENDSEC;\nREFERENCE;\n"
+      "FILE_SCHEMA /* the 'first */ (('ONE','AP242'));ENDSEC /* ' "
+      "*/;\r\nANCHOR;<a;>=#1;ENDSEC;\nREFERENCE;\n"
       "#90=<x.stp#a>;ENDSEC;\nDATA('one',('AP242'));\n"
       "#7 = A ( 'x;''(#9' , $,*, -1.5E+3, .T., \"0F\", #8, (1,(2,())), LENGTH(.5) ) ;\r\n"
       "#8=/* ; #3 */(B()/* ( "
@@ -270,6 +271,8 @@ TEST(HostStepExchange, DamagedStructureIsAnErrorThatSaysWhereAndWhat) {
       {with("'INCH'", "\"INCH"), "^part.stp:9:27: a string does not end"},
       {with("AP242", "AP214"), "^part.stp: .*AP214"},
       {with("FILE_SCHEMA", "FILE_NAME"), "^part.stp: .*not named"},
+      {with("FILE_SCHEMA((", "FILE_SCHEMA((#"), "^part.stp:3:1: FILE_SCHEMA: "},
+      {with("'))", "' /*'*/)"), "^part.stp:3:1: FILE_SCHEMA: a bracket is not closed"},
       {with("(#14,", "(#77,"), "^part.stp:.*#77"},
       {with("SI_UNIT(.MILLI.", "SI_UNIT((("), "^part.stp:6:4: #1: "}};
   for (const auto& damage : cases) {

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "readers/step/Characters.h"
+#include "readers/step/Parameters.h"
 
 namespace step {
 
@@ -99,20 +100,25 @@ void Splitter::Split() {
 }
 
 void Splitter::ReadHeader() {
-  while (true) {
+  while (!Take("ENDSEC")) {
     const std::string_view statement = Statement();
-    if (statement == "ENDSEC") return;
     if (statement.substr(0, 11) != "FILE_SCHEMA") continue;
-    for (std::size_t i = 0; (i = statement.find('\'', i)) != std::string_view::npos;) {
-      const std::size_t end = statement.find('\'', i + 1);
-      exchange_.schemas_.push_back(Decode(statement.substr(i + 1, end - i - 1)));
-      i = end + 1;
+    const auto begin = static_cast<std::size_t>(statement.data() - text_.data());
+    try {
+      const Instance schemas = step::ReadInstance(0, statement);
+      for (const Value& name : schemas.records.front().List(0)) {
+        exchange_.schemas_.push_back(Decode(name.Text()));
+      }
+    } catch (const Unreadable& problem) {
+      exchange_.Fail(begin, std::string("FILE_SCHEMA: ") + problem.what());
     }
   }
+  Require(";");
 }
 
 void Splitter::SkipSection() {
-  while (Statement() != "ENDSEC") continue;
+  while (!Take("ENDSEC")) Statement();
+  Require(";");
 }
 
 void Splitter::ReadData() {

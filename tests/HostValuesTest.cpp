@@ -34,11 +34,12 @@ constexpr const char* kDocument =
   <VertexSet><Vertex id="1"/><Vertex id="2"/><Vertex id="3" label="tip"/></>
   <EdgeSet><Edge id="4" label="rim"><VertexBeg><Id>1</></><VertexEnd><Id>2</></></></>
   <FaceSet><Face id="5" label="top"/><Face id="6" label="side"/>@faces@</>
+  <LoopSet>@loops@</>
   <BodySet>@body|<Body id="9" label="part"><FaceIds><Id>5</><Id>6</></><EdgeIds><Id>4</></>
    <VertexIds><Id>3</></></>@</></>
  <NoteSet>@notes@@note!<Note id="50" label="it">$2</>@</><NoteFlagSet>@flags@</>
  <ViewSet>@views@
-  <CameraSet>@camera!<Camera $1><ViewPlaneOrigin>10 20 30</><Orientation><Value>1 -1 -1 -1</></>$2
+  <CameraSet>@camera!<Camera $1><ViewPlaneOrigin>10 20 30</><Orientation><Value>1 -1 -1 -1</>$2
    </>@</><SavedViewSet>@view!<SavedView id="90" label="view">$2</>@</>
   <ZoneSectionSet>@section!<ZoneSection id="95"><SectionPlanes>$2</></>@</>
   <AnnotationViewSet><AnnotationView id="61"><Normal>0 0 1</><Direction>0 1 0</></></></>
@@ -56,7 +57,7 @@ constexpr const char* kDocument =
  <CharacteristicDefinitions>@it!<$1CharacteristicDefinition id="40">$2</>@</>
  <CharacteristicNominals>@it!<$1CharacteristicNominal id="50"><CharacteristicDefinitionId>40</>
   <Name>it</>@@nominal@@it!</>@</></>
-<ThreadSpecifications>@things@</>
+<ThreadSpecifications><ThreadSpecification>@things@</></>
 </>)";
 
 void Replace(std::string& text, const std::string& from, const std::string& to) {
@@ -410,14 +411,14 @@ body: $1
 TEST(HostValues, EdgesOfLoopsBelongToTheBodyOfTheirFace) {
   Check(R"(body: <Body id="9"><FaceIds><Id>5</><Id>6</><Id>8</></><VertexIds><Id>3</></></>
       faces: <Face id="8"><LoopIds><Id>10</></></>
-      things: <Loop id="10"><$1><CoEdge><EdgeOriented><Id>4</></></></></>
+      loops: <Loop id="10"><$1><CoEdge><EdgeOriented><Id>4</></></></></>
       listed = [$2]
 | CoEdges | || CoEdgesMesh | || Other | "Vertex", "Vertex", "Edge" |
 
 # What bounds one face bounds no other; an edge belongs to the first body that names it.
 body: <Body id="9"><FaceIds><Id>5</><Id>6</><Id>8</></><VertexIds><Id>3</></></>
       faces: <Face id="7"><LoopIds><Id>10</></></><Face id="8"><LoopIds><Id>10</></></>
-      things: <Loop id="10"><CoEdges><CoEdge><EdgeOriented><Id>4</></></></></>
+      loops: <Loop id="10"><CoEdges><CoEdge><EdgeOriented><Id>4</></></></></>
       listed = ["Face", "Vertex", "Vertex", "Edge", "Face"]
 
 body: <Body id="9"><EdgeIds><Id>4</></></><Body id="10"><EdgeIds><Id>4</></></>
@@ -683,8 +684,8 @@ TEST(HostValues, CapturesHaveTheirMembersCameraAndSection) {
       /captures/0 = {"name": "view", "camera": null, "clippingPlane": null, "hiddenText": null}
       /captures/0/members/count = 2
 
-camera id='91' label='flat': <Near>-400</><Height>50</>
-      camera id='92' form='PERSPECTIVE': <Near>100</><Height>100</>
+camera id='91' label='flat': </><Near>-400</><Height>50</>
+      camera id='92' form='PERSPECTIVE': </><Near>100</><Height>100</>
       view: <CameraIds>$1</>
       /captures/0/camera = {"type": "$2", "name": "$3", "viewAngle": $4, "zoom": $5,
         "origin": $6, "target": $7, "viewDirection": [-1, 0, 0], "viewDirectionNormal": [0, 0, 1]}
@@ -692,7 +693,7 @@ camera id='91' label='flat': <Near>-400</><Height>50</>
 | <Id>91</> | parallel | flat | 0 | 0.02 | [410, 20, 30] | [10, 20, 30] |  |
 | <Id>91</><Id active='1'>92</> | perspective | view | 90 | 0.01 | [10, 20, 30] | [-90, 20, 30] | "SavedView" |
 
-camera id='91': <Near>1</><Height>$1</>
+camera id='91': </><Near>1</><Height>$1</>
       view: <CameraIds><Id>91</></>
       listed = ["SavedView"]
 | -50 || 0 || 1e-321 |
@@ -711,7 +712,15 @@ section: $1<SectionPlane><Plane><Point>1 2 3</><Normal>0 -1 0</></></>
       listed = [$4]
 |  | true | {"point": [1, 2, 3], "normal": [0, -1, 0]} |  |
 | <SectionPlane><Plane><Point>4 5 6</><Normal>1 0 0</><Direction>0 0 1</></></> | 1 | {"point": [4, 5, 6], "normal": [1, 0, 0]} | "SavedView", "Direction" |
-|  | false | null | "SavedView" |)");
+| <Cap/> | 0 | null | "SavedView" |
+| <Cap/> | 1 | {"point": [1, 2, 3], "normal": [0, -1, 0]} | "Cap" |
+
+camera id='91': <Roll>2</></><Near>1</><Height>5</>
+      view: <CameraIds><Id>91</></>
+      listed = ["Roll"]
+
+things: </><Screw id='90'/><ThreadSpecification>
+      listed = ["Screw"])");
 }
 
 TEST(HostValues, DrawnTextsFontsAndColoursAreInTheReportOrListed) {
@@ -758,6 +767,7 @@ feature Group:
 | <NonTolerance>SET</> | <TargetValue>1</> | "reduced NonTolerance 40/50 x1" |
 |  | <TargetValue>1</><TargetValue>0</> | "lost TargetValue 50/50 x1" |
 | <Tolerance><MinValue>0</></> | <TargetValue>1</> | "lost Tolerance 40/50 x1" |
+|  | <TargetValue significantFigures="3">1</> | "reduced TargetValue 50/50 x1" |
 |  | <TargetValue decimalPlaces="16">1</> | "reduced TargetValue 50/50 x1" |
 |  | <TargetValue>1</><FeatureNominalIds><Id>98</></> | "lost WidthCharacteristicNominal 50/50 x1" |
 |  | <TargetValue>1</><FeatureNominalIds><Id>23</></> | "lost GroupFeatureNominal 23/50 x1" |
@@ -817,7 +827,7 @@ it Position: <ToleranceValue>1</><$1</>
 
 it Flatness: <ToleranceValue>1</>
       fonts: <Font index="3" $1><Name>Sans</><Size>72</></>
-      camera id='91' $2: <Near>1</><Height>1</>
+      camera id='91' $2: </><Near>1</><Height>1</>
       section: <SectionPlane><Plane><Point>1 2 3</><Normal>0 -1 0</></></>
       view: <CameraIds><Id $3>91</></><ZoneSectionId active="$4">95</>
       faces: <Face id="8" $5/>

@@ -109,6 +109,12 @@ void Reading::SkipRest(const Fields& record) {
     if (!record.Record().attribute(attribute)) continue;
     Skip(Severity::kReduced, record.Record(), "its " + std::string(attribute) + " is left out");
   }
+  for (const Element field : record.Record().children()) {
+    for (const char* attribute : {"significantFigures", "validity"}) {
+      if (!field.attribute(attribute)) continue;
+      Skip(Severity::kReduced, field, "its " + std::string(attribute) + " is left out");
+    }
+  }
 }
 
 void Reading::SkipDoubled(const Fields& record) {

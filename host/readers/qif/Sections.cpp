@@ -63,6 +63,7 @@ const Section kSections[] = {
     {{"DatumDefinitions"}, true, {"DatumDefinition"}, {}, {}},
     {{"DatumTargetDefinitions"}, true, {"DatumTarget"}, {}, {}},
     {{"DatumReferenceFrames"}, true, {"DatumReferenceFrame"}, {}, {}},
+    {{"ThreadSpecifications"}, true, {"ThreadSpecification"}, {}, {}},
     {{"Product"},
      false,
      {"TopologySet", "NoteSet", "NoteFlagSet", "PartNoteSet", "ViewSet", "VisualizationSet",

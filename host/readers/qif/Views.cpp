@@ -18,11 +18,13 @@ struct Orientation {
   QENvector towardsViewer;
 };
 
-Orientation ReadOrientation(Element quaternion) {
-  const std::vector<double> q = NumbersOf(Child(quaternion, "Value"), 4);
+Orientation ReadOrientation(Reading& reading, Element element) {
+  Fields quaternion(element);
+  const std::vector<double> q = NumbersOf(quaternion["Value"], 4);
+  reading.SkipRest(quaternion);
   const double length = q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3];
   if (!(length > 0) || !std::isfinite(length)) {
-    throw Unreadable(quaternion, "the orientation is no rotation");
+    throw Unreadable(element, "the orientation is no rotation");
   }
   const double s = 2 / length;
   const double w = q[0], x = q[1], y = q[2], z = q[3];
@@ -97,7 +99,7 @@ class SavedViewReader {
   KOVAPMI_CAMERA& MakeCamera(Element element) {
     const Units& units = reading_.units;
     Fields camera(element);
-    const Orientation orientation = ReadOrientation(camera["Orientation"]);
+    const Orientation orientation = ReadOrientation(reading_, camera["Orientation"]);
     const QENposition origin = units.Point(camera["ViewPlaneOrigin"]);
     const double near = units.Length(camera["Near"]).value;
     const double height = NumberOf(camera["Height"]);
@@ -144,12 +146,12 @@ class SavedViewReader {
     }
     Fields section(entry->element);
     Fields planes(section["SectionPlanes"]);
-    Fields first(planes["SectionPlane"]);
+    const std::vector<Element> all = planes.All("SectionPlane");
+    Fields first(all.empty() ? Element() : all.front());
     Fields plane(first["Plane"]);
-    reading_.SkipRest(section);
-    reading_.SkipRest(first);
+    for (const Fields* const record : {&section, &planes, &first}) reading_.SkipRest(*record);
     if (!plane.Record()) throw Unreadable(entry->element, "section " + id + " has no plane");
-    if (!planes.Doubled().empty()) {
+    if (all.size() > 1) {
       Reduce("its section " + id + " has several planes, the model has one");
     }
     KOVAPMI_CLIPPINGPLANE::fields fields;

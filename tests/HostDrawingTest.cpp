@@ -476,7 +476,7 @@ TEST(HostShape, RealModelsAreDrawnNearlyWhole) {
     double volume;             // of what is visible
   } models[] = {{"nist_ctc_01_asme1_ap242.qif", 318, 117, 14.65e6},
                 {"nist_ctc_03_asme1_ap242.qif", 456, 156, 331.3e3},
-                {"nist_ftc_08_asme1_ap242.qif", 863, 248, 245.86},
+                {"nist_ftc_08_asme1_ap242.qif", 863, 248, 30.73},
                 {"step/nist_ctc_01_asme1_ap242-e1.stp", 318, 117, 14.65e6},
                 {"step/nist_ctc_02_asme1_ap242-e2.stp", 1531, 637, 47.12e6},
                 {"step/nist_ctc_03_asme1_ap242-e1.stp", 456, 156, 331.3e3},
@@ -596,6 +596,9 @@ TEST(HostShape, ShapesComeWhereTheDocumentPutsThem) {
   const Totals after = TotalsOf(Draw(moved).drawing);
   EXPECT_EQ(after.openEdges, 0);
   EXPECT_NEAR(after.volume, before.volume, 2e-3 * before.volume);
+  const Drawn scaled = Draw(With(moved, "<ScaleCoefficient>1<", "<ScaleCoefficient>4<"));
+  EXPECT_THAT(scaled.drawing.edges.at(0).points.at(1), ElementsAre(1.25, 30, 0.25));
+  EXPECT_NEAR(TotalsOf(scaled.drawing).volume, after.volume / 64, 1e-9 * after.volume);
   // A curve of its own place no longer reaches the vertices.
   const std::string torn = With(withMatrix, "</EndPoint></Segment13Core></Segment13>",
                                 "</EndPoint></Segment13Core><Transform><Id>9000</Id></Transform>"

@@ -678,6 +678,36 @@ it Flatness: <ToleranceValue>1</>
                          "prefix": null, "suffix": null})");
 }
 
+TEST(HostValues, DistancesOfTheProductAreDividedByItsScale) {
+  Check(R"(note: <Text>own</>
+      product: <Header><ScaleCoefficient>4</></>
+      drawn: <Leader><StartPoint>4 8</><EndPoint>12 16</></><Texts fontIndex="3" lineHeight="2"/>
+      fonts: <Font index="3"><Name>Sans</><Size>72</></>
+      camera id='91' label='flat': </><Near>-400</><Height>50</>
+      section: <SectionPlane><Plane><Point>1 2 3</><Normal>0 -1 0</></></>
+      view: <CameraIds><Id>91</></><ZoneSectionId active="true">95</>
+      /views/0/frame/origin = [2.5, 5, 7.5]
+      leaders = [{"tail": [-1.5, 8, 7.5], "head": [0.5, 6, 7.5]}]
+      texts/0/font/height = 0.5
+      /captures/0/camera/target = [2.5, 5, 7.5]
+      /captures/0/camera/origin = [102.5, 5, 7.5]
+      /captures/0/camera/zoom = 0.08
+      /captures/0/clippingPlane = {"point": [0.25, 0.5, 0.75], "normal": [0, -1, 0]}
+      listed = ["Header"]
+
+# What characteristics, zones and fonts state is no distance of the product.
+zone Point: <Point>1 2 3</>
+      product: <Header><ScaleCoefficient>4</></>
+      datumTarget/point1 = [1, 2, 3]
+      listed = ["Header"]
+
+it Diameter:
+      product: <Header><ScaleCoefficient>4</></>
+      nominal: <TargetValue>20</>
+      dimension/value = 20
+      listed = ["Header"])");
+}
+
 TEST(HostValues, CapturesHaveTheirMembersCameraAndSection) {
   Check(R"(note: <Text>own</>
       view: <AnnotationVisibleIds><Id>50</></><BodyIds><Id>9</></>

@@ -84,6 +84,7 @@ class Document:
         for element in self.root.iter():
             element.tag = element.tag.rpartition("}")[2]
         self.by_id = {e.get("id"): e for e in self.root.iter() if e.get("id")}
+        self.rescale(float(self.root.findtext("Product/Header/ScaleCoefficient") or 1))
         self.displays = defaultdict(list)
         for display in self.root.iter("PMIDisplay"):
             self.displays[display.findtext("Reference/Id")].append(display)
@@ -96,6 +97,15 @@ class Document:
         self.pmi_length = primary("PMILinear") or self.length
         self.pmi_angle = primary("PMIAngular") or primary("Angular")
         self.written = []  # what was read in other units than the model's
+
+    def rescale(self, scale):
+        """Writes the distances of displays and views as the part has them."""
+        for element in (e for name in ("ViewSet", "VisualizationSet")
+                        for e in self.root.find("Product").iterfind(name + "//*")):
+            if "lineHeight" in element.attrib:
+                element.set("lineHeight", str(float(element.get("lineHeight")) / scale))
+            if re.search("Point|Origin|Near$|Height$|Center$", element.tag) and not len(element):
+                element.text = " ".join(str(float(n) / scale) for n in element.text.split())
 
     def refers(self, element, *paths):
         """The elements whose ids stand at the paths."""

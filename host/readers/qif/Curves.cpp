@@ -42,7 +42,7 @@ class CurveReader {
 
  private:
   QENposition Point(Element parent, const char* name) const {
-    return motion_(reading_.units.Point(Child(parent, name)));
+    return motion_(ShapePoint(reading_, Child(parent, name)));
   }
 
   QENvector Vector(Element parent, const char* name) const {
@@ -129,6 +129,11 @@ Motion Motion::operator*(const Motion& inner) const {
   return {(*this)(inner.x), (*this)(inner.y), (*this)(inner.z), (*this)(inner.origin)};
 }
 
+QENposition ShapePoint(const Reading& reading, Element element) {
+  const QENposition point = reading.units.Point(element);
+  return QENposition() + reading.units.Scale() * (point - QENposition());
+}
+
 Motion MotionOf(Reading& reading, Element element) {
   const Element reference = Child(element, "Transform");
   if (!reference) return {};
@@ -142,7 +147,7 @@ Motion MotionOf(Reading& reading, Element element) {
     motion.z = reading.units.Vector(Child(rotation, "ZDirection"));
   }
   if (const Element origin = Child(entry->element, "Origin")) {
-    motion.origin = reading.units.Point(origin);
+    motion.origin = ShapePoint(reading, origin);
   }
   return motion;
 }

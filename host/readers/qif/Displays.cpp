@@ -141,7 +141,7 @@ class DisplayReader {
     if (const Attribute height = texts_.attribute("lineHeight")) {
       const std::optional<double> value = NumberIn(height.value());
       if (value.has_value() && *value > 0 && *value <= kLargestFloat) {
-        fields.height = *value;
+        fields.height = *value / reading_.units.Scale();
       } else {
         Reduce(texts_, "its height " + Quote(height.value()) + " is out of range");
       }

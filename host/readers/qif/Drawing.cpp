@@ -47,7 +47,8 @@ class DrawingReader {
   // text.
   QENposition At(Element point) const {
     const std::vector<double> uv = NumbersOf(point, 2);
-    const QENposition model = drawing_.origin + (uv[0] * drawing_.direction + uv[1] * y_);
+    const double scale = 1 / reading_.units.Scale();
+    const QENposition model = drawing_.origin + scale * (uv[0] * drawing_.direction + uv[1] * y_);
     RequireInView(point, model);
     return model;
   }

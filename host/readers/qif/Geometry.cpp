@@ -139,7 +139,7 @@ class GeometryReader {
 
   QENposition VertexOf(Element edge, const char* name, const Motion& motion) {
     const Element point = Referred(Referred(edge, name).element, "Point").element;
-    return motion(reading_.units.Point(Child(point, "XYZ")));
+    return motion(ShapePoint(reading_, Child(point, "XYZ")));
   }
 
   const Document::Entry& Referred(Element element, const char* name) {
@@ -163,6 +163,17 @@ class GeometryReader {
 
 }  // namespace
 
-void ReadGeometry(Reading& reading, ::Drawing& drawing) { GeometryReader(reading).Read(drawing); }
+void ReadGeometry(Reading& reading, ::Drawing& drawing) {
+  GeometryReader(reading).Read(drawing);
+  const double scale = reading.units.Scale();
+  if (scale == 1) return;
+  const auto rescale = [scale](std::vector<DrawnPoint>& points) {
+    for (DrawnPoint& point : points) {
+      for (double& coordinate : point) coordinate /= scale;
+    }
+  };
+  for (DrawnEdge& edge : drawing.edges) rescale(edge.points);
+  for (DrawnFace& face : drawing.faces) rescale(face.points);
+}
 
 }  // namespace qif

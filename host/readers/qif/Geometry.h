@@ -7,6 +7,12 @@
 
 namespace qif {
 
+// Shapes are made as large as the document draws them, which is the size of the part times its
+// scale coefficient, and rescaled last.
+
+// A point of the product or of a transform.
+QENposition ShapePoint(const Reading& reading, Element element);
+
 // A flag of the geometry; an unknown word is as good as none.
 inline bool IsTrue(std::string_view text) { return text == "true" || text == "1"; }
 

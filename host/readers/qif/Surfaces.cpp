@@ -40,7 +40,7 @@ class SurfaceReader {
   double Number(const char* name) const { return NumberOf(Child(core_, name)); }
 
   QENposition Point(Element parent, const char* name) const {
-    return motion_(reading_.units.Point(Child(parent, name)));
+    return motion_(ShapePoint(reading_, Child(parent, name)));
   }
 
   QENvector Vector(Element parent, const char* name) const {

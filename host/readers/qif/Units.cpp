@@ -63,14 +63,18 @@ int DecimalsOf(std::string_view text) {
   return static_cast<int>(std::min<std::size_t>(text.size() - point - 1, kMostDecimals));
 }
 
-// Whether the document's PMI units hold for an element.
-bool IsInCharacteristics(Element element) {
+bool IsIn(Element element, std::initializer_list<std::string_view> sections) {
   constexpr int kDeepest = 16;
   for (int depth = 0; element && depth < kDeepest; ++depth, element = element.parent()) {
-    if (NameOf(element) == "Characteristics") return true;
+    for (const std::string_view section : sections) {
+      if (NameOf(element) == section) return true;
+    }
   }
   return false;
 }
+
+// Whether the document's PMI units hold for an element.
+bool IsInCharacteristics(Element element) { return IsIn(element, {"Characteristics"}); }
 
 // Long enough for any number that a double tells apart from others.
 constexpr std::size_t kLongestNumber = 40;
@@ -78,6 +82,12 @@ constexpr std::size_t kLongestNumber = 40;
 }  // namespace
 
 Units::Units(const Document& document) : angle_{kDegrees, "radian"} {
+  if (const Element scale = document.At({"Product", "Header", "ScaleCoefficient"})) {
+    scale_ = NumberOf(scale);
+    if (scale_ <= 0 || !std::isnormal(1 / scale_)) {
+      throw Unreadable(scale, "its scale is not positive, or out of range");
+    }
+  }
   const Element units = document.At({"FileUnits"});
   const Element primary = Child(units, "PrimaryUnits");
   const Element linear = Child(primary, "LinearUnit");
@@ -137,9 +147,16 @@ Quantity Units::Convert(Element element, const Unit& unit) {
   return quantity;
 }
 
+double Units::ScaleOf(Element element) const {
+  return scale_ != 1 && IsIn(element, {"Product", "Features"}) ? 1 / scale_ : 1;
+}
+
 Quantity Units::Length(Element element) const {
   const Unit& byDefault = IsInCharacteristics(element) ? pmiLength_ : length_;
-  return Convert(element, UnitOf(element, "linearUnit", byDefault, lengths_));
+  Quantity length = Convert(element, UnitOf(element, "linearUnit", byDefault, lengths_));
+  length.value *= ScaleOf(element);
+  RequireFinite(element, {length.value});
+  return length;
 }
 
 Quantity Units::Angle(Element element) const {
@@ -160,7 +177,8 @@ Quantity Units::Plain(Element element) const {
 QENposition Units::Point(Element element, Quantity* written) const {
   const std::vector<double> xyz = NumbersOf(element, 3);
   const Unit unit = UnitOf(element, "linearUnit", length_, lengths_);
-  const QENposition point(xyz[0] * unit.factor, xyz[1] * unit.factor, xyz[2] * unit.factor);
+  const double factor = unit.factor * ScaleOf(element);
+  const QENposition point(xyz[0] * factor, xyz[1] * factor, xyz[2] * factor);
   RequireFinite(element, {point.x(), point.y(), point.z()});
   if (written != nullptr) {
     written->text = Cut(WordOf(element), 3 * kLongestNumber);

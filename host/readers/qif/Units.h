@@ -20,9 +20,9 @@ struct Quantity {
 };
 
 // The document's units. What stands in its characteristics is in the PMI units where the document
-// has such, unless it says otherwise; everything else is in the primary units. Every operation
-// throws Unreadable on a value that is no finite number or whose unit the document does not
-// declare.
+// has such, unless it says otherwise; everything else is in the primary units. Distances in its
+// product and features are written multiplied by its scale coefficient. Every operation throws
+// Unreadable on a value that is no finite number or whose unit the document does not declare.
 class Units {
  public:
   // Reads the declarations. Without any, lengths stay as they are and angles are radians.
@@ -46,6 +46,8 @@ class Units {
   QENvector Vector(Element element) const;
   // So many typographic points, in the primary linear unit.
   double FromPoints(double points) const;
+  // The scale coefficient: how long the product draws a length of 1.
+  double Scale() const { return scale_; }
 
  private:
   struct Unit {
@@ -59,7 +61,11 @@ class Units {
                      const UnitTable& units);
   static Quantity Convert(Element element, const Unit& unit);
 
+  // What a distance that an element states is multiplied by, besides its unit.
+  double ScaleOf(Element element) const;
+
   double metres_ = 1;  // in one primary linear unit
+  double scale_ = 1;
   Unit length_, pmiLength_, angle_, pmiAngle_;
   UnitTable lengths_;  // to the primary linear unit
   UnitTable angles_;   // to degrees

@@ -102,7 +102,7 @@ class SavedViewReader {
     const Orientation orientation = ReadOrientation(reading_, camera["Orientation"]);
     const QENposition origin = units.Point(camera["ViewPlaneOrigin"]);
     const double near = units.Length(camera["Near"]).value;
-    const double height = NumberOf(camera["Height"]);
+    const double height = NumberOf(camera["Height"]) / units.Scale();
     reading_.SkipRest(camera);
     KOVAPMI_CAMERA::fields fields;
     fields.direction = -1.0 * orientation.towardsViewer;

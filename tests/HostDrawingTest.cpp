@@ -446,12 +446,21 @@ TEST(HostShape, BundledModelsAreDrawnWhole) {
     EXPECT_EQ(drawn.left, "");
     EXPECT_EQ(drawn.drawing.edges.size(), static_cast<std::size_t>(drawn.model.counts.at("edges")));
     EXPECT_EQ(drawn.drawing.faces.size(), static_cast<std::size_t>(drawn.model.counts.at("faces")));
+    EXPECT_EQ(drawn.drawing.vertices.size(),
+              static_cast<std::size_t>(drawn.model.counts.at("vertices")));
     const Totals totals = TotalsOf(drawn.drawing);
     EXPECT_EQ(totals.openEdges, 0);
     EXPECT_NEAR(totals.volume / volume, 1, 0.001);
     // The edges of a face are drawn, and their points are points of the face.
     std::map<std::string, const DrawnEdge*> edges;
     for (const DrawnEdge& edge : drawn.drawing.edges) edges[edge.id] = &edge;
+    std::set<DrawnPoint> ends;
+    for (const DrawnEdge& edge : drawn.drawing.edges) {
+      ends.insert({edge.points.front(), edge.points.back()});
+    }
+    for (const DrawnVertex& vertex : drawn.drawing.vertices) {
+      EXPECT_EQ(ends.count(vertex.point), 1U) << vertex.id;
+    }
     for (const DrawnFace& face : drawn.drawing.faces) {
       const std::set<DrawnPoint> points(face.points.begin(), face.points.end());
       for (const std::string& id : face.edges) {
@@ -461,10 +470,11 @@ TEST(HostShape, BundledModelsAreDrawnWhole) {
     // The ids are those of the report.
     std::set<std::string> known = IdsOf(drawn.drawing.edges);
     known.merge(IdsOf(drawn.drawing.faces));
+    known.merge(IdsOf(drawn.drawing.vertices));
     for (const AppliedEntityReport& applied : ReportOn(drawn.model).entities) {
       const std::string& kind = applied.entity.kind;
       const bool isDrawn = known.count(*applied.entity.id) != 0;
-      EXPECT_TRUE(isDrawn || (kind != "edge" && kind != "face")) << *applied.entity.id;
+      EXPECT_EQ(isDrawn, kind != "body") << *applied.entity.id;
     }
   }
 }
@@ -488,6 +498,12 @@ TEST(HostShape, RealModelsAreDrawnNearlyWhole) {
     Drawn drawn = Draw(Read(path));
     EXPECT_GE(drawn.drawing.edges.size(), model.edges) << model.file;
     EXPECT_GE(drawn.drawing.faces.size(), model.faces) << model.file;
+    // Those of sets of points, too.
+    const std::set<std::string> vertices = IdsOf(drawn.drawing.vertices);
+    for (const AppliedEntityReport& applied : ReportOn(drawn.model).entities) {
+      if (applied.entity.kind != "vertex") continue;
+      EXPECT_EQ(vertices.count(*applied.entity.id), 1U) << model.file << *applied.entity.id;
+    }
     auto& faces = drawn.drawing.faces;
     faces.erase(std::remove_if(faces.begin(), faces.end(), [](auto& f) { return f.isHidden; }),
                 faces.end());
@@ -592,6 +608,8 @@ TEST(HostShape, ShapesComeWhereTheDocumentPutsThem) {
       With(withMatrix, "<ShellIds n=\"1\"><Id>4</Id>",
            "<Transform><Id>9000</Id></Transform><ShellIds n=\"1\"><Id>4</Id>");
   EXPECT_THAT(first(moved), ElementsAre(5, 120, 1));
+  EXPECT_THAT(Draw(moved).drawing.vertices.at(1).point, ElementsAre(5, 120, 1));
+  EXPECT_EQ(Draw(moved).model.skipped.size(), Draw(withMatrix).model.skipped.size());
   const Totals before = TotalsOf(Draw(qif).drawing);
   const Totals after = TotalsOf(Draw(moved).drawing);
   EXPECT_EQ(after.openEdges, 0);
@@ -605,10 +623,11 @@ TEST(HostShape, ShapesComeWhereTheDocumentPutsThem) {
                                 "</Segment13>");
   EXPECT_THAT(Draw(torn).left, HasSubstr("Edge 1501: its curve does not end at its vertices"));
   const Drawn hidden = Draw(With(qif, "form=\"SOLID\"", "form=\"SOLID\" hidden=\"true\""));
-  for (const DrawnFace& face : hidden.drawing.faces) EXPECT_TRUE(face.isHidden);
-  EXPECT_EQ(std::count_if(hidden.drawing.edges.begin(), hidden.drawing.edges.end(),
-                          [](const DrawnEdge& edge) { return edge.isHidden; }),
-            47);
+  const auto isHidden = [](const auto& shape) { return shape.isHidden; };
+  const auto& [edges, faces, vertices] = hidden.drawing;
+  EXPECT_TRUE(std::all_of(faces.begin(), faces.end(), isHidden));
+  EXPECT_EQ(std::count_if(edges.begin(), edges.end(), isHidden), 47);
+  EXPECT_EQ(std::count_if(vertices.begin(), vertices.end(), isHidden), 31);
 }
 
 TEST(HostShape, StepAssembliesArePlacedAndTessellatedFacesTaken) {
@@ -631,6 +650,11 @@ TEST(HostShape, StepAssembliesArePlacedAndTessellatedFacesTaken) {
   std::map<std::string, DrawnPoint> ends;
   for (const DrawnEdge& edge : twice.drawing.edges) ends[edge.id] = edge.points.back();
   EXPECT_EQ(ends.size(), 48U);
+  std::map<std::string, DrawnPoint> corners;
+  for (const DrawnVertex& corner : twice.drawing.vertices) corners[corner.id] = corner.point;
+  EXPECT_EQ(corners.size(), 32U);
+  EXPECT_EQ(corners.at("#9014/#282"), ends.at("#9014/#306"));
+  EXPECT_EQ(corners.at("#9024/#282"), ends.at("#9024/#306"));
   EXPECT_THAT(ends["#9014/#306"], ElementsAre(200, testing::DoubleNear(85.7735, 1e-3), 0));
   EXPECT_THAT(ends["#9024/#306"], ElementsAre(testing::DoubleNear(85.7735, 1e-3), 0, 0));
   const Totals both = TotalsOf(twice.drawing);

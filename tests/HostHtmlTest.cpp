@@ -157,7 +157,7 @@ TEST(HostHtml, WhateverATextHoldsItStaysText) {
   std::string harmless;  // as long, so that both are cut at the same places
   while (harmless.size() < 3 * hostile.size()) harmless += "ä";
   EXPECT_EQ(page.Shape(), Page(SayingOnly(harmless)).Shape());
-  EXPECT_EQ(page.Only("//title[not(ancestor::svg)]"), shown);
+  EXPECT_EQ(page.Only("//title[not(ancestor::svg)]"), shown.substr(shown.rfind('/') + 1));
   EXPECT_EQ(page.Only("//tr[@data-index='0:0']/th"), shown);
   EXPECT_EQ(page.Only("//tr[@data-index='0:0']/@data-annotation"), shown);
   EXPECT_EQ(nlohmann::json::parse(page.Only("//script[@id='report']")),
@@ -171,15 +171,48 @@ TEST(HostHtml, TheDrawingIsToldToAMillionthOfItsSize) {
   drawing.edges = {{"1\"<", {{0, 0, -1e-9}, {123.456789, -50, 0.1}}},
                    {"2", {{1, 2, 3}, {4, 5, 6}}}};
   drawing.faces = {{"7", {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{0, 1, 2}}, {"1\"<", "2"}}};
+  drawing.vertices = {{"8", {1, 2.00006, 3}, true}};
   const auto told = nlohmann::json::parse(Page({}, drawing).Only("//script[@id='drawing']"));
   EXPECT_EQ(told, nlohmann::json::parse(R"({
     "edges": [{"id": "1\"<", "points": [0, 0, 0, 123.4568, -50, 0.1]},
               {"id": "2", "points": [1, 2, 3, 4, 5, 6]}],
     "faces": [{"id": "7", "points": [0, 0, 0, 1, 0, 0, 0, 1, 0], "triangles": [0, 1, 2],
-               "edges": ["1\"<", "2"]}]})"));
+               "edges": ["1\"<", "2"]}],
+    "vertices": [{"id": "8", "hidden": true, "points": [1, 2.0001, 3]}]})"));
   drawing.edges[0].points = {{NAN, 1e300, -INFINITY}, {-0.0, 1e-300, 1}};
   EXPECT_EQ(nlohmann::json::parse(Page({}, drawing).Only("//script[@id='drawing']"))["edges"][0],
             nlohmann::json::parse(R"({"id": "1\"<", "points": [null, 1e300, null, 0, 0, 1]})"));
+}
+
+TEST(HostHtml, FindingsAreCountedListedAndSaidInTheirRows) {
+  ModelReport report = Everything();
+  EXPECT_THAT(Page(report).All("//*[@id='findings'] | //header//a[@href='#findings']"),
+              ElementsAre());
+  report.checks = ChecksReport{{{"N", "note", "late", "", "wait"},
+                                {"E", "error", "<b>", "ISO 1", "mend & go"},
+                                {"F", "error", "unbroken", "", "rest"}},
+                               {{0, "30", "Datum", "soft"},
+                                {0, {}, {}, "nowhere"},
+                                {1, "90", "Front", "of a view"},
+                                {1, "10", {}, "hard <i>"},
+                                {1, "gone", {}, "not chosen"}}};
+  report.captures[0].id = "90";
+  const Page page(report);
+  EXPECT_THAT(page.All("//header//a[@href='#findings']/span"), ElementsAre("3 errors", "2 notes"));
+  EXPECT_THAT(page.All("//*[@id='findings']/h3"), ElementsAre("error E: <b>", "note N: late"));
+  EXPECT_THAT(
+      page.All("//*[@id='findings']/p"),
+      ElementsAre("Checked by 3 rules.", "What to do: mend & go (ISO 1)", "What to do: wait"));
+  EXPECT_THAT(page.All("//table[@data-rule='E']/tbody/tr"),
+              ElementsAre("Frontof a view90", "10hard <i>10", "gonenot chosengone"));
+  EXPECT_THAT(page.All("//*[@id='findings']//a/@href"),
+              ElementsAre("#picture-0", "#annotation-0:0", "#annotation-0:3"));
+  EXPECT_EQ(page.Only("//*[@id='picture-0']/@data-picture"), "90");
+  EXPECT_EQ(page.Only("//tr[@id='annotation-0:0']//*[@class='findings']/li"), "error E: hard <i>");
+  EXPECT_EQ(page.Only("//tr[@id='annotation-0:3']//*[@class='findings']/li"), "note N: soft");
+  EXPECT_EQ(page.All("//*[@class='findings']").size(), 2U);
+  report.checks->findings.clear();
+  EXPECT_EQ(Page(report).Only("//header//a[@href='#findings']"), "found by the rules: nothing");
 }
 
 TEST(HostHtml, APictureShowsWhatItsCameraSees) {
@@ -218,7 +251,8 @@ TEST(HostHtml, APictureShowsWhatItsCameraSees) {
   for (const auto& [camera, plane, edge, path] : cases) {
     ModelReport report;
     report.captures.push_back({{}, "V", {}, camera, plane, 0, {}, {}});
-    EXPECT_EQ(Page(report, {{{"1", edge}}, {}}).Only("//path[@class='edges']/@d"), path);
+    const Drawing drawing = {{{"1", edge}, {"2", {{0, 0, 0}, {0, 90, 0}}, true}}, {}, {}};
+    EXPECT_EQ(Page(report, drawing).Only("//path[@class='edges']/@d"), path);
   }
 }
 
@@ -284,6 +318,10 @@ TEST_F(HostHtmlPage, IsWrittenWholeOrNotAtAllAndShowsOneModel) {
   EXPECT_EQ(written.out, "");
   EXPECT_EQ(Page(Read(there)).All("//tr[@data-annotation]").size(), 11U);
   EXPECT_EQ(Shell("$P --kind datum,text --html - $F/m.qif").out, Read(there));
+  const Page checked(Shell("$P --check --kind text --html - $F/m.qif").out);
+  EXPECT_EQ(checked.Only("//title[not(ancestor::svg)]"), "m.qif");
+  EXPECT_EQ(checked.Only("//tr[@data-annotation='7']//*[@data-severity]"),
+            "note V3: is drawn nowhere");
 }
 
 }  // namespace

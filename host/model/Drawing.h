@@ -27,9 +27,17 @@ struct DrawnFace {
   bool isHidden = false;                                // by the document
 };
 
-// The edges and faces that could be read, in the document's order. An edge or a face whose geometry
+// A vertex, at the end of an edge or free.
+struct DrawnVertex {
+  std::string id;  // persistent, as the plug-in answers it for the vertex
+  DrawnPoint point;
+  bool isHidden = false;  // by the document
+};
+
+// The edges, faces and vertices that could be read, in the document's order. One whose geometry
 // could not be read is not here; the reader lists it among what it skipped.
 struct Drawing {
   std::vector<DrawnEdge> edges;
   std::vector<DrawnFace> faces;
+  std::vector<DrawnVertex> vertices;
 };

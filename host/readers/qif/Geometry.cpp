@@ -1,4 +1,4 @@
-// The shape of faces and edges, for a drawing.
+// The shape of faces, edges and vertices, for a drawing.
 
 #include "readers/qif/Geometry.h"
 
@@ -14,6 +14,10 @@ class GeometryReader {
 
   void Read(::Drawing& drawing) {
     ReadBodies();
+    for (const Element vertex : Set("VertexSet")) {
+      if (NameOf(vertex) == "Vertex" && IsInBody(vertex))
+        Try(vertex, [&] { ReadVertex(vertex, drawing); });
+    }
     for (const Element edge : Set("EdgeSet")) {
       if (NameOf(edge) == "Edge" && IsInBody(edge)) Try(edge, [&] { ReadEdge(edge); });
     }
@@ -69,10 +73,16 @@ class GeometryReader {
       if (isHidden) hidden_.insert(entity);
     };
     const auto& body = static_cast<const BODY&>(*EntityOf(element));
-    for (const EDGE* edge : body.wires()) add(edge);
+    const auto addEdge = [&](const EDGE* edge) {
+      add(edge);
+      add(edge->start());
+      add(edge->end());
+    };
+    for (const VERTEX* vertex : body.points()) add(vertex);
+    for (const EDGE* edge : body.wires()) addEdge(edge);
     for (const FACE* face : body.faces()) {
       add(face);
-      for (const EDGE* edge : face->edges()) add(edge);
+      for (const EDGE* edge : face->edges()) addEdge(edge);
     }
   }
 
@@ -86,6 +96,12 @@ class GeometryReader {
     return IsSet(element, "hidden") || hidden_.count(EntityOf(element)) != 0;
   }
 
+  void ReadVertex(Element element, ::Drawing& drawing) {
+    const QENposition point = PointOf(element, MotionWith(element));
+    drawing.vertices.push_back(
+        {element.attribute("id").value(), {point.x(), point.y(), point.z()}, IsHidden(element)});
+  }
+
   void ReadEdge(Element element) {
     const Document::Entry& curve = Referred(element, "Curve");
     // Many edges of one long curve would take more than a document of that size may.
@@ -95,7 +111,8 @@ class GeometryReader {
     geometry::EdgeShape edge;
     edge.id = element.attribute("id").value();
     edge.curves = CurveOf(reading_, curve.element, motion);
-    edge.ends = {VertexOf(element, "VertexBeg", motion), VertexOf(element, "VertexEnd", motion)};
+    edge.ends = {PointOf(Referred(element, "VertexBeg").element, motion),
+                 PointOf(Referred(element, "VertexEnd").element, motion)};
     edge.isHidden = IsHidden(element);
     edgeIndices_[element.node()] = shape_.edges.size();
     shape_.edges.push_back(std::move(edge));
@@ -137,8 +154,8 @@ class GeometryReader {
     return {index->second, IsSet(Child(coEdge, "EdgeOriented"), "turned")};
   }
 
-  QENposition VertexOf(Element edge, const char* name, const Motion& motion) {
-    const Element point = Referred(Referred(edge, name).element, "Point").element;
+  QENposition PointOf(Element vertex, const Motion& motion) {
+    const Element point = Referred(vertex, "Point").element;
     return motion(ShapePoint(reading_, Child(point, "XYZ")));
   }
 

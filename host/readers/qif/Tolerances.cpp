@@ -104,6 +104,10 @@ class ToleranceReader {
     fields.type = type;
     fields.rows = std::move(rows);
     ReadExtent(fields);
+    if (const Element angle = nominal_["Angle"]) {
+      reading_.Skip(Severity::kReduced, angle,
+                    "the model has no place for it: " + Quote(TextOf(angle)));
+    }
     return &tolerance;
   }
 

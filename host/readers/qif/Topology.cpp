@@ -88,8 +88,6 @@ class TopologyReader {
   void ReadBody(Element element) {
     BODY& body = reading_.part.Body();
     Add(element, body, "body");
-    if (Child(element, "Transform"))
-      reading_.Skip(Severity::kIgnored, element, "its transform is not applied");
     AddFaces(element, Child(element, "FaceIds"), body);
     for (const Element reference : Child(element, "ShellIds").children()) {
       const Document::Entry& shell = document_.Require(reference, "Shell");

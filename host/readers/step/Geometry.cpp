@@ -28,6 +28,9 @@ void GeometryReader::Read(const Occurrence& occurrence) {
   for (const auto& [id, entity] : reading_.topology) ids_[entity] = id;
   const std::vector<Item> items = Items();
   for (const Item& item : items) {
+    if (is_VERTEX(item.entity) == 1) Try(item.id, [&] { ReadVertex(item); });
+  }
+  for (const Item& item : items) {
     if (is_EDGE(item.entity) == 1) Try(item.id, [&] { ReadEdge(item); });
   }
   for (const Item& item : items) {
@@ -39,9 +42,10 @@ void GeometryReader::Draw(Drawing& drawing) {
   for (const geometry::Undrawn& missing : geometry::Draw(std::move(shape_), most_, drawing)) {
     List((missing.isFace ? faces_ : edges_)[missing.index], missing.reason);
   }
+  drawing.vertices = std::move(vertices_);
 }
 
-// The faces and edges of all bodies, in the order of the file.
+// The faces, edges and vertices of all bodies, in the order of the file.
 std::vector<GeometryReader::Item> GeometryReader::Items() {
   std::vector<Item> items;
   for (const auto& [id, entity] : reading_.topology) {
@@ -66,10 +70,18 @@ void GeometryReader::AddBody(const BODY& body, std::vector<Item>& items) {
     items.push_back(
         {own, entity, scale, turned.count(own) != 0, isHidden || hidden_.count(own) != 0});
   };
-  for (const EDGE* edge : body.wires()) add(edge);
+  const auto addEdge = [&](const EDGE* edge) {
+    add(edge);
+    // Curves without vertices have ends that nothing names.
+    for (const ENTITY* end : {edge->start(), edge->end()}) {
+      if (ids_.count(end) != 0) add(end);
+    }
+  };
+  for (const VERTEX* vertex : body.points()) add(vertex);
+  for (const EDGE* edge : body.wires()) addEdge(edge);
   for (const FACE* face : body.faces()) {
     add(face);
-    for (const EDGE* edge : face->edges()) add(edge);
+    for (const EDGE* edge : face->edges()) addEdge(edge);
   }
 }
 
@@ -122,6 +134,22 @@ std::unordered_set<Id> GeometryReader::TurnedFaces(const Instance& solid) {
   return faces;
 }
 
+// A vertex of an edge names its point, one of a set of points is the point.
+void GeometryReader::ReadVertex(const Item& item) {
+  budget_.Spend(1);
+  const QENposition point = PointOf(item.id, item.scale);
+  vertices_.push_back({reading_.Path() + "#" + std::to_string(item.id),
+                       {point.x(), point.y(), point.z()},
+                       item.isHidden});
+}
+
+QENposition GeometryReader::PointOf(Id vertex, const Scale& scale) {
+  const Instance& instance = reading_.Get(vertex);
+  if (instance.Find("CARTESIAN_POINT") != nullptr) return reading_.PointOf(vertex, scale.length);
+  const Record& record = instance.As("VERTEX_POINT");
+  return reading_.PointOf(record.Reference(record.count - 1), scale.length);
+}
+
 // An edge of a shell has a curve and vertices, one of a set of curves is the curve.
 void GeometryReader::ReadEdge(const Item& item) {
   const Instance& instance = reading_.Get(item.id);
@@ -132,11 +160,8 @@ void GeometryReader::ReadEdge(const Item& item) {
     edge.curves = CurveOf(reading_, item.id, item.scale);
   } else {
     const Record& record = instance.records.front();
-    const auto point = [&](std::uint32_t index) {
-      const Record& vertex = reading_.Get(record.Reference(index)).As("VERTEX_POINT");
-      return reading_.PointOf(vertex.Reference(vertex.count - 1), item.scale.length);
-    };
-    edge.ends = Ends{point(1), point(2)};
+    edge.ends =
+        Ends{PointOf(record.Reference(1), item.scale), PointOf(record.Reference(2), item.scale)};
     edge.curves =
         CurveOf(reading_, record.Reference(3), item.scale, edge.ends, record.Enumeration(4) != "F");
   }

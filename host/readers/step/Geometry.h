@@ -6,7 +6,7 @@
 #include "model/Shape.h"
 #include "readers/step/Reading.h"
 
-// The shape of faces and edges, for a drawing.
+// The shape of faces, edges and vertices, for a drawing.
 namespace step {
 
 // The units that an item's geometry is in, and how much more may be read.
@@ -64,8 +64,10 @@ class GeometryReader {
   Scale ScaleOf(Id body);
   void FindHidden();
   std::unordered_set<Id> TurnedFaces(const Instance& solid);
+  void ReadVertex(const Item& item);
   void ReadEdge(const Item& item);
   void ReadFace(const Item& item);
+  QENposition PointOf(Id vertex, const Scale& scale);
   void AddLoop(Id bound, bool isTurned, const Scale& scale, geometry::FaceShape& face,
                std::unordered_set<Id>& boundary);
   geometry::Mesh MeshOf(const Instance& face, const Scale& scale);
@@ -80,6 +82,7 @@ class GeometryReader {
   std::size_t most_;  // points of the drawing
   geometry::Budget budget_;
   geometry::Shape shape_;
+  std::vector<DrawnVertex> vertices_;
   std::unordered_map<Id, std::vector<QENposition>> coordinates_;  // of this occurrence
   std::vector<Id> edges_, faces_;  // as in the shape; 0 for what is listed elsewhere
   bool isFirst_ = true;

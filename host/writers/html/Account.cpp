@@ -33,9 +33,13 @@ void PrintEntry(Html& page, const SkippedReport& skipped) {
 
 }  // namespace
 
+std::string FileName(const SourceReport& source) {
+  return source.file.substr(source.file.find_last_of("/\\") + 1);
+}
+
 void PrintHeader(Html& page, const ModelReport& report) {
   const SourceReport& source = report.source;
-  page.Raw("<header>\n<h1>").Text(source.file).Raw("</h1>\n<ul>\n");
+  page.Raw("<header>\n<h1>").Text(FileName(source)).Raw("</h1>\n<ul>\n");
   if (!source.format.empty()) page.Raw("<li>").Text(source.format).Raw("</li>\n");
   page.Raw("<li>");
   if (source.linearUnit.empty()) {
@@ -60,13 +64,16 @@ void PrintHeader(Html& page, const ModelReport& report) {
     page.Raw(std::to_string(CountOf(source, severity.name)) + " ").Raw(severity.name);
     page.Raw(&severity == &kSeverities.back() ? "</span>" : "</span>, ");
   }
-  page.Raw("</a></p>\n</header>\n");
+  page.Raw("</a></p>\n");
+  if (report.checks) PrintFindingCounts(page, *report.checks);
+  page.Raw("</header>\n");
 }
 
 void PrintAccount(Html& page, const SourceReport& source) {
   page.Raw("<section id=\"account\">\n<h2>What is not on this page</h2>\n");
   for (const Severity& severity : kSeverities) {
-    page.Raw("<h3>").Raw(severity.heading).Raw(": ");
+    page.Raw("<h3 data-severity=\"").Raw(severity.name).Raw("\">");
+    page.Raw(severity.heading).Raw(": ");
     page.Raw(std::to_string(CountOf(source, severity.name))).Raw("</h3>\n<p>");
     page.Raw(severity.meaning).Raw("</p>\n");
     bool isOpen = false;

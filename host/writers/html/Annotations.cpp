@@ -113,6 +113,11 @@ std::string Meaning(const AnnotationReport& annotation) {
   }
   if (annotation.datumTarget) meaning = Words(annotation.datumTarget->type);
   if (annotation.roughness) meaning = Words(annotation.roughness->obtention);
+  const bool isNote = annotation.kind == "text" || annotation.kind == "flagNote";
+  const auto hasText = [](const TextReport& text) { return !text.string.value_or("").empty(); };
+  if (isNote && std::none_of(annotation.texts.begin(), annotation.texts.end(), hasText)) {
+    meaning = "without text";
+  }
   if (annotation.hidden.value_or(false)) meaning += meaning.empty() ? "hidden" : ", hidden";
   return meaning;
 }
@@ -134,12 +139,26 @@ Text LabelOf(const AnnotationReport& annotation) {
   return annotation.datumTarget ? annotation.datumTarget->label : Text();
 }
 
-void PrintRow(Html& page, const AnnotationReport& annotation, const Names& names) {
+void PrintFindingsOf(Html& page, const std::vector<Findings::Finding>& findings) {
+  page.Raw("<ul class=\"findings\">");
+  for (const auto& [rule, finding] : findings) {
+    page.Raw("<li").Attribute("data-severity", rule->severity).Raw(">").Text(rule->severity);
+    page.Raw(" ").Text(rule->id).Raw(": ").Text(finding->message).Raw("</li>");
+  }
+  page.Raw("</ul>");
+}
+
+void PrintRow(Html& page, const AnnotationReport& annotation, const Names& names,
+              const Findings& all) {
+  const std::vector<Findings::Finding>& findings = all.Of(annotation);
   page.Raw("<tr").Attribute("data-annotation", names.Of(annotation));
+  if (!findings.empty()) page.Attribute("id", RowId(names.PlaceOf(&annotation)));
   page.Attribute("data-index", names.PlaceOf(&annotation)).Raw("><th scope=\"row\">");
   page.Text(annotation.name.value_or("")).Raw("</th><td>");
   PrintContent(page, annotation);
-  page.Raw("</td><td>").Raw(Escape(Meaning(annotation))).Raw("</td><td>");
+  page.Raw("</td><td>").Raw(Escape(Meaning(annotation)));
+  if (!findings.empty()) PrintFindingsOf(page, findings);
+  page.Raw("</td><td>");
   PrintEntities(page, annotation.entities);
   page.Raw("</td><td>").Text(annotation.id.value_or("")).Raw("</td></tr>\n");
 }
@@ -153,6 +172,7 @@ void PrintAnnotations(Html& page, const ModelReport& report, const Names& names)
       byKind[&text::KindCalled(annotation.kind)].push_back(&annotation);
     }
   }
+  const Findings findings(report);
   page.Raw("<section id=\"list\">\n<h2>Annotations</h2>\n");
   if (byKind.empty()) page.Raw("<p>There are none.</p>\n");
   for (const text::Kind& kind : text::Kinds()) {
@@ -167,7 +187,9 @@ void PrintAnnotations(Html& page, const ModelReport& report, const Names& names)
     page.Raw("</caption>\n<thead><tr><th scope=\"col\">Name</th>");
     page.Raw("<th scope=\"col\">On the drawing</th><th scope=\"col\">In words</th>");
     page.Raw("<th scope=\"col\">Applies to</th><th scope=\"col\">Id</th></tr></thead>\n<tbody>\n");
-    for (const AnnotationReport* annotation : annotations) PrintRow(page, *annotation, names);
+    for (const AnnotationReport* annotation : annotations) {
+      PrintRow(page, *annotation, names, findings);
+    }
     page.Raw("</tbody>\n</table>\n");
   }
   page.Raw("</section>\n");

@@ -28,6 +28,7 @@ int DecimalsFor(const Drawing& drawing) {
   };
   for (const DrawnEdge& edge : drawing.edges) include(edge.points);
   for (const DrawnFace& face : drawing.faces) include(face.points);
+  for (const DrawnVertex& vertex : drawing.vertices) include({vertex.point});
   const double size = std::hypot(high[0] - low[0], high[1] - low[1], high[2] - low[2]);
   if (!std::isfinite(size) || size <= 0) return 6;
   return static_cast<int>(std::clamp(std::ceil(6 - std::log10(size)), 0.0, 17.0));
@@ -76,8 +77,15 @@ std::string Quoted(const std::string& text) {
   return EscapeJson(json + "\"");
 }
 
+// An object with id and points, not yet closed.
+template <typename Shape>
+std::string Open(const Shape& shape, const std::vector<DrawnPoint>& points, int decimals) {
+  return "{\"id\":" + Quoted(shape.id) + (shape.isHidden ? ",\"hidden\":true," : ",") +
+         Points(points, decimals);
+}
+
 std::string FaceJson(const DrawnFace& face, int decimals) {
-  std::string json = "{\"id\":" + Quoted(face.id) + "," + Points(face.points, decimals);
+  std::string json = Open(face, face.points, decimals);
   json += ",\"triangles\":[";
   for (const auto& triangle : face.triangles) {
     for (const std::uint32_t index : triangle) {
@@ -123,14 +131,19 @@ void PrintDrawing(Html& page, const Drawing& drawing) {
   const char* separator = "";
   page.Raw("{\"edges\":[");
   for (const DrawnEdge& edge : drawing.edges) {
-    page.Raw(separator).Raw("{\"id\":" + Quoted(edge.id) + "," + Points(edge.points, decimals) +
-                            "}");
+    page.Raw(separator).Raw(Open(edge, edge.points, decimals) + "}");
     separator = ",";
   }
   page.Raw("],\"faces\":[");
   separator = "";
   for (const DrawnFace& face : drawing.faces) {
     page.Raw(separator).Raw(FaceJson(face, decimals));
+    separator = ",";
+  }
+  page.Raw("],\"vertices\":[");
+  separator = "";
+  for (const DrawnVertex& vertex : drawing.vertices) {
+    page.Raw(separator).Raw(Open(vertex, {vertex.point}, decimals) + "}");
     separator = ",";
   }
   page.Raw("]}");

@@ -10,7 +10,8 @@ namespace html {
 std::string EscapeJson(const std::string& json);
 
 // The drawing as JSON: {"edges": [{"id", "points": [x, y, z, x, ...]}], "faces": [{"id", "points",
-// "triangles": [i, j, k, ...], "edges": [id, ...]}]}. Coordinates to a millionth of its size.
+// "triangles": [i, j, k, ...], "edges": [id, ...]}], "vertices": [{"id", "points": [x, y, z]}]}.
+// What the document hides has "hidden": true. Coordinates to a millionth of the drawing's size.
 void PrintDrawing(Html& page, const Drawing& drawing);
 
 }  // namespace html

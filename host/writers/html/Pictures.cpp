@@ -70,6 +70,7 @@ class Pictures {
   Pictures(Html& page, const ModelReport& report, const Drawing& drawing, const Names& names)
       : page_(page), report_(report), drawing_(drawing), names_(names) {
     for (const DrawnEdge& edge : drawing.edges) {
+      if (edge.isHidden) continue;
       points_.insert(points_.end(), edge.points.begin(), edge.points.end());
     }
     std::vector<double> heights;
@@ -167,6 +168,7 @@ class Pictures {
   std::string Edges(const Projection& projection, const std::optional<HalfSpace>& shown) const {
     Path path;
     for (const DrawnEdge& edge : drawing_.edges) {
+      if (edge.isHidden) continue;
       std::optional<Point2> last;
       for (std::size_t i = 1; i < edge.points.size(); ++i) {
         Point3 from = edge.points[i - 1];

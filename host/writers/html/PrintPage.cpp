@@ -59,7 +59,7 @@ void PrintPage(const ModelReport& report, const Drawing& drawing,
   PrintPolicy(page);
   page.Raw("<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n");
   page.Raw("<meta name=\"color-scheme\" content=\"light dark\">\n");
-  page.Raw("<title>").Raw(Escape(report.source.file)).Raw("</title>\n");
+  page.Raw("<title>").Raw(Escape(FileName(report.source))).Raw("</title>\n");
   for (const PageFile& file : PageStyles()) PrintFile(page, "style", file);
   const std::vector<PageFile>& scripts = PageScripts();
   PrintFile(page, "script", scripts.front());
@@ -70,6 +70,7 @@ void PrintPage(const ModelReport& report, const Drawing& drawing,
   PrintCaptures(page, report, names);
   PrintAnnotations(page, report, names);
   page.Raw("<section id=\"details\"></section>\n");
+  PrintFindings(page, report, names);
   PrintAccount(page, report.source);
   PrintPictures(page, report, drawing, names);
   page.Raw("</main>\n");

@@ -16,7 +16,7 @@ Page.Details = class {
       Page.element(
         "p",
         {},
-        "Choose an annotation in the list or in the picture, or a face of the part.",
+        "Choose an annotation in the list or in the picture, or a face of the part. Escape clears the choice.",
       ),
     );
   }
@@ -82,18 +82,25 @@ Page.Details = class {
     }
     children.push(element("p", { class: "buttons" }, ...buttons));
     if (data.hidden) children.push(element("p", {}, "It is hidden in the model."));
-    for (const sentence of Page.sentences(data, this.model.unit)) {
-      children.push(element("p", { dir: "auto" }, sentence));
+    const skipped = this.model.report.source.skipped.filter(
+      (entry) => entry.annotation !== null && entry.annotation === data.id,
+    );
+    const said = Page.sentences(data, this.model.unit);
+    for (const { kind, reason } of skipped) {
+      if (kind === "Angle") said.push(`Its angle is not in the report: ${clean(reason)}.`);
     }
+    for (const sentence of said) children.push(element("p", { dir: "auto" }, sentence));
     if (data.entities.length > 0) {
       const heading = data.tolerance ? "Controls" : "Applies to";
       children.push(this.part(heading, this.list(data.entities.map((one) => this.entity(one)))));
     } else {
       children.push(element("p", {}, "The report names no face or edge that it applies to."));
     }
-    children.push(...this.datums(data), ...this.skipped(data));
-    const values = element("details", {}, element("summary", {}, "All values"), this.values(data));
-    children.push(values);
+    children.push(...this.datums(data), ...this.findings(data));
+    const folded = (heading, content) =>
+      children.push(element("details", {}, element("summary", {}, heading), content));
+    folded("All values", this.values(data));
+    if (skipped.length > 0) folded("Missing in the report", this.skipped(skipped));
     this.section.replaceChildren(...children);
     this.section.scrollTop = 0;
   }
@@ -144,18 +151,31 @@ Page.Details = class {
     return parts;
   }
 
+  // What the rules found of an annotation.
+  findings(data) {
+    const items = this.model
+      .findingsOf(data)
+      .map(({ rule, severity, message, title, advice }) =>
+        this.judged(severity, `${severity} ${rule}, ${title}: ${message}. To do: ${advice}`),
+      );
+    return items.length > 0
+      ? [this.part("Found by the rules", Page.element("ul", {}, ...items))]
+      : [];
+  }
+
   // What of an annotation the report has not.
-  skipped(data) {
-    const entries = this.model.report.source.skipped.filter(
-      ({ annotation }) => annotation !== null && annotation === data.id,
-    );
-    if (entries.length === 0) return [];
+  skipped(entries) {
     const items = entries.map(({ severity, kind, reason, line, count }) =>
-      Page.clean(
+      this.judged(
+        severity,
         `${severity}: ${kind}: ${reason}${line ? `, line ${line}` : ""}${count > 1 ? `, ${count} times` : ""}`,
       ),
     );
-    return [this.part("Missing in the report", this.list(items))];
+    return Page.element("ul", {}, ...items);
+  }
+
+  judged(severity, text) {
+    return Page.element("li", { "data-severity": severity, dir: "auto" }, Page.clean(text));
   }
 
   // The annotation as it is drawn, flat.

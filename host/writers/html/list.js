@@ -75,10 +75,7 @@ Page.List = class {
     this.kind.addEventListener("change", () => this.searchAnew());
     this.section.addEventListener("click", (event) => {
       const row = event.target.closest("[data-annotation]");
-      if (!row) return;
-      const entity = event.target.closest("[data-entity]");
-      if (entity) this.act.chooseEntity(entity.dataset.entity);
-      else this.act.chooseAnnotation(this.annotationOf.get(row));
+      if (row) this.act.chooseAnnotation(this.annotationOf.get(row));
     });
     this.section.addEventListener("keydown", (event) => this.key(event));
     this.section.addEventListener("focusin", (event) => {

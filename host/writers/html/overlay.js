@@ -268,6 +268,19 @@ Page.Overlay = class {
     context.setLineDash([]);
   }
 
+  // Draws points of the model.
+  dots(camera, points, color, radius) {
+    const { context } = this;
+    context.fillStyle = color;
+    for (const point of points) {
+      const screen = camera.project(point);
+      if (!screen) continue;
+      context.beginPath();
+      context.arc(...screen, radius, 0, 2 * Math.PI);
+      context.fill();
+    }
+  }
+
   // The annotation under a place in the picture; null for none.
   pick(x, y) {
     for (let i = this.hits.length - 1; i >= 0; --i) {

@@ -71,7 +71,8 @@ Page.Picture = class {
     this.drawNow();
   }
 
-  // Takes in the part and the visible annotations from a direction, or from where the camera is.
+  // Takes in the part, the chosen annotation and the visible ones beside the part, from a direction
+  // or from where the camera is. What stands farther off would make the part a dot.
   fit(direction, up) {
     const { model, overlay, state, camera } = this;
     if (direction) camera.set({ direction, up });
@@ -79,12 +80,14 @@ Page.Picture = class {
     const points = [...Array(8).keys()].map((i) =>
       [0, 1, 2].map((k) => ((i >> k) & 1 ? high : low)[k]),
     );
+    const isBeside = (point) =>
+      point.every(
+        (value, i) => value > low[i] - model.size / 3 && value < high[i] + model.size / 3,
+      );
     for (const annotation of [...state.visible].slice(0, overlay.most)) {
-      if (!annotation.place) continue;
-      // One that stands far off would make the part a dot.
-      const far = Page.length(Page.subtract(annotation.place.at, model.box.centre()));
-      if (far < 2 * model.size) points.push(...overlay.extentOf(annotation));
+      if (annotation.place) points.push(...overlay.extentOf(annotation).filter(isBeside));
     }
+    if (state.chosen?.place) points.push(...overlay.extentOf(state.chosen));
     camera.fit(points);
   }
 
@@ -103,10 +106,10 @@ Page.Picture = class {
     this.solid?.clip(clippingPlane, this.camera);
   }
 
-  // What is under a place: an annotation and the id of a face; null where there is none.
+  // What is under a place: an annotation and the id of an entity; null where there is none.
   pick(x, y) {
-    const face = this.solid?.pick(this.camera, x, y) ?? null;
-    return { annotation: this.overlay.pick(x, y), face };
+    const entity = this.solid?.pick(this.camera, x, y) ?? null;
+    return { annotation: this.overlay.pick(x, y), entity };
   }
 
   // Colours the faces anew and draws.
@@ -147,6 +150,8 @@ Page.Picture = class {
     overlay.strokes(camera, this.outlines(litByDatum), theme.datum, 1.5);
     overlay.strokes(camera, this.outlines(lit), theme.chosen, 2.5);
     overlay.strokes(camera, this.ties(), theme.chosen, 1, [6, 4]);
+    overlay.dots(camera, this.points(litByDatum), theme.datum, 3.5);
+    overlay.dots(camera, this.points(lit), theme.chosen, 4.5);
     this.drawn(count, first.length > 0 && !visible.has(chosen) ? 1 : 0);
   }
 
@@ -161,16 +166,22 @@ Page.Picture = class {
     return [...found].filter((id) => edges.has(id)).map((id) => edges.get(id).points);
   }
 
+  // The points of vertices.
+  points(ids) {
+    const { vertices } = this.model;
+    return [...ids].filter((id) => vertices.has(id)).map((id) => vertices.get(id).points);
+  }
+
   // Lines from a chosen annotation without lines of its own to what it applies to.
   ties() {
-    const { model } = this;
+    const { faces, edges, vertices } = this.model;
     const { chosen, lit } = this.state;
     if (!chosen?.place || chosen.data.leaders.some(({ head }) => head)) return [];
     if (chosen.data.dimension?.line) return [];
     const { at } = chosen.place;
     const ties = [];
     for (const id of [...lit].slice(0, 50)) {
-      const { points } = model.faces.get(id) ?? model.edges.get(id) ?? { points: [] };
+      const { points } = faces.get(id) ?? edges.get(id) ?? vertices.get(id) ?? { points: [] };
       let best = null;
       let least = Infinity;
       for (let i = 0; i + 2 < points.length; i += 3) {

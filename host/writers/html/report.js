@@ -19,7 +19,8 @@ Page.readReport = () => {
     view.annotations.forEach((data, a) => {
       const row = rows.get(`${v}:${a}`) || null;
       const key = row ? row.dataset.annotation : data.id || `${v}:${a}`;
-      const made = { key, data, row, kind: data.kind, place: placeOf(view.frame, data) };
+      const index = `${v}:${a}`;
+      const made = { key, index, data, row, kind: data.kind, place: placeOf(view.frame, data) };
       annotations.push(made);
       byKey.set(key, made);
       if (data.id === null) return;
@@ -45,8 +46,19 @@ Page.readReport = () => {
 
   const entities = new Map();
   for (const entity of report.entities) if (entity.id !== null) entities.set(entity.id, entity);
-  const edges = new Map(drawing.edges.map((edge) => [edge.id, edge]));
-  const faces = new Map(drawing.faces.map((face) => [face.id, face]));
+  // Of what the document hides, only what is lit is drawn; but a part that is hidden as a whole is.
+  const maps = {};
+  const isAllHidden = drawing.edges.concat(drawing.faces).every(({ hidden }) => hidden);
+  for (const kind of ["edges", "faces", "vertices"]) {
+    maps[kind] = new Map(drawing[kind].map((shape) => [shape.id, shape]));
+    if (!isAllHidden) drawing[kind] = drawing[kind].filter(({ hidden }) => !hidden);
+  }
+
+  const findings = new Map();
+  for (const finding of report.checks?.findings ?? []) {
+    if (!findings.has(finding.annotation)) findings.set(finding.annotation, []);
+    findings.get(finding.annotation).push(finding);
+  }
 
   const box = new Page.Box();
   for (const { points } of drawing.edges.concat(drawing.faces)) {
@@ -106,8 +118,8 @@ Page.readReport = () => {
     byId: (id) => byId.get(id) || [],
     captures: report.captures,
     entities,
-    edges,
-    faces,
+    ...maps,
+    findingsOf: ({ id }) => (id === null ? [] : (findings.get(id) ?? [])),
     box,
     size,
     unit: report.source.linearUnit || "",

@@ -1,6 +1,6 @@
 "use strict";
 
-// The part itself: shaded faces and black edges, drawn by WebGL. Throws where the browser has none.
+// The part itself: shaded faces, black edges and dots at vertices that PMI applies to, drawn by WebGL. Throws where the browser has none.
 Page.Solid = class {
   constructor(model, canvas) {
     this.model = model;
@@ -17,6 +17,7 @@ Page.Solid = class {
     this.centre = model.box.centre();
     this.makeFaces();
     this.makeEdges();
+    this.makeDots();
     this.clipping = null;
   }
 
@@ -99,6 +100,22 @@ Page.Solid = class {
     return lines;
   }
 
+  makeDots() {
+    const { drawing, entities } = this.model;
+    this.vertices = drawing.vertices.filter(({ id }) => entities.has(id));
+    const positions = this.vertices.flatMap(({ points }) =>
+      points.map((_, i) => this.offset(points, i)),
+    );
+    const geometry = new THREE.BufferGeometry();
+    geometry.setAttribute("position", new THREE.BufferAttribute(new Float32Array(positions), 3));
+    this.dots = new THREE.Points(
+      geometry,
+      new THREE.PointsMaterial({ size: 5, sizeAttenuation: false }),
+    );
+    this.dots.frustumCulled = false;
+    this.scene.add(this.dots);
+  }
+
   // Colours as the style has them; `tint` names a face's.
   paint(theme, tint) {
     const colors = {};
@@ -114,6 +131,7 @@ Page.Solid = class {
     this.mesh.geometry.attributes.color.needsUpdate = true;
     this.lines.material.color.set(theme.edge);
     this.loose.material.color.set(theme.loose);
+    this.dots.material.color.set(theme.edge);
     this.inside.color.set(theme.inside);
   }
 
@@ -187,8 +205,33 @@ Page.Solid = class {
     this.renderer.render(this.scene, view);
   }
 
-  // What lies nearest under a place in the picture: a face's id; null for none.
+  // What lies nearest under a place in the picture: the id of a vertex that PMI applies to, or of a
+  // face; null for none.
   pick(camera, x, y) {
+    const face = this.hit(camera, x, y);
+    let nearest = 7; // pixels
+    let id = face?.id ?? null;
+    for (const vertex of this.vertices) {
+      const screen = camera.project(vertex.points);
+      const far = screen ? Math.hypot(screen[0] - x, screen[1] - y) : Infinity;
+      if (far < nearest && this.isInSight(camera, vertex.points)) [nearest, id] = [far, vertex.id];
+    }
+    return id;
+  }
+
+  // Whether nothing of the part stands before a point of it.
+  isInSight(camera, point) {
+    const isCut = this.clipping?.distanceToPoint(this.relative(point)) < 0;
+    const before = this.hit(camera, ...camera.project(point));
+    return !isCut && !(before && before.depth < camera.depthOf(point) - this.model.size / 1000);
+  }
+
+  relative(point) {
+    return new THREE.Vector3(...Page.subtract(point, this.centre));
+  }
+
+  // The nearest face under a place in the picture, and how far along the direction of sight.
+  hit(camera, x, y) {
     const { origin, direction } = camera.ray(x, y);
     let start = Page.subtract(origin, this.centre);
     if (camera.angle === 0) {
@@ -201,7 +244,9 @@ Page.Solid = class {
     this.mesh.material = this.shaded;
     const isThere = ({ point }) => !this.clipping || this.clipping.distanceToPoint(point) >= 0;
     const hit = hits.find(isThere);
-    return hit ? this.faceOf(hit.faceIndex) : null;
+    if (!hit) return null;
+    const depth = camera.depthOf(Page.add([hit.point.x, hit.point.y, hit.point.z], this.centre));
+    return { id: this.faceOf(hit.faceIndex), depth };
   }
 
   faceOf(triangle) {

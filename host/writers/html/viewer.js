@@ -40,6 +40,7 @@ Page.Viewer = class {
     this.bar = new Page.Bar(this, document.getElementById("captures"));
     Page.control(this.section, this.picture.camera, act);
     this.shortenAccount();
+    this.listenToFindings();
     document.addEventListener("keydown", (event) => {
       if (event.key === "Escape") this.clear();
     });
@@ -52,9 +53,23 @@ Page.Viewer = class {
     this.picture.resize();
   }
 
-  // Tables of the account show their first 500 rows until the others are asked for.
+  // What a finding is about is a link: to its row without script, here to the picture and details.
+  listenToFindings() {
+    const { annotations, captures } = this.model;
+    document.getElementById("findings")?.addEventListener("click", (event) => {
+      const link = event.target.closest("a");
+      if (!link) return;
+      const { place, view } = link.dataset;
+      if (view) this.showCapture(captures[Number(view)]);
+      else this.chooseAnnotation(annotations.find(({ index }) => index === place));
+      event.preventDefault();
+      document.querySelector("main").scrollIntoView();
+    });
+  }
+
+  // Tables of findings and of the account show their first 500 rows until the others are asked for.
   shortenAccount() {
-    for (const table of document.querySelectorAll("#account table")) {
+    for (const table of document.querySelectorAll("#account table, #findings table")) {
       const { length } = table.tBodies[0]?.rows ?? [];
       if (length <= 500) continue;
       const show = ({ target }) => {
@@ -104,12 +119,12 @@ Page.Viewer = class {
     this.details.clear();
   }
 
-  // A second click on an annotation reaches what is under it.
+  // A second click on an annotation reaches what is under it; one beside the part, or through a hole
+  // of it, changes nothing.
   pick(x, y) {
-    const { annotation, face } = this.picture.pick(x, y);
+    const { annotation, entity } = this.picture.pick(x, y);
     if (annotation && annotation !== this.state.chosen) this.chooseAnnotation(annotation);
-    else if (face !== null) this.chooseEntity(face);
-    else this.clear();
+    else if (entity !== null) this.chooseEntity(entity);
   }
 
   // --- What follows ---
@@ -152,6 +167,9 @@ Page.Viewer = class {
     if (this.state.visible === null || shows !== this.shows) {
       this.shows = shows;
       this.state.visible = new Set(this.annotationsInView());
+      this.hidden = this.capture
+        ? []
+        : this.model.annotations.filter((one) => !this.state.visible.has(one));
       this.placed = [...this.state.visible].filter(({ place }) => place).length;
     }
     this.lightUp();
@@ -177,7 +195,9 @@ Page.Viewer = class {
     const { dataset } = this.section;
     const { camera, solid } = this.picture;
     const { chosen, lit, litByDatum } = this.state;
-    const text = `${drawn} of ${this.placed + more} annotations drawn`;
+    let text = `${drawn} of ${this.placed + more} annotations drawn`;
+    const { length } = this.hidden;
+    if (length > 0) text += `, ${length} hidden in the model`;
     if (this.status.textContent !== text) this.status.textContent = text;
     dataset.camera = camera.describe();
     dataset.projection = camera.angle > 0 ? "perspective" : "parallel";

@@ -120,6 +120,9 @@ Page.sentences = (() => {
     if (data.dimension) return dimension(data.dimension, unit);
     if (data.datum)
       return [`Tolerances that name ${clean(data.datum.label ?? "?")} are measured from it.`];
+    if (data.kind === "text" || data.kind === "flagNote") {
+      return data.texts.some(({ string }) => string) ? [] : ["The report has no text of it."];
+    }
     if (data.datumTarget) return ["A place where the datum is set up."];
     if (data.roughness) {
       const { obtention, applicability } = data.roughness;

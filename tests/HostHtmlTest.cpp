@@ -128,6 +128,7 @@ TEST(HostHtml, EveryAnnotationHasARowWithANameOfItsOwn) {
   report.views[0].annotations[1].id = "10";   // that of the first
   report.views[1].annotations[2].id = "0:1";  // the place of the one that has no own
   report.views[1].annotations[0].id = {};
+  report.views[1].annotations[1].texts.clear();
   const Page page(report);
   EXPECT_THAT(page.All("//@data-annotation"),
               ElementsAre("30", "31", "35", "0:1'", "10", "1:0", "50", "0:1", "1:3"));
@@ -139,6 +140,7 @@ TEST(HostHtml, EveryAnnotationHasARowWithANameOfItsOwn) {
   EXPECT_THAT(page.All("//tr[@data-annotation='10']//@data-entity"),
               ElementsAre("101", "102", "103", "104", "105"));
   EXPECT_EQ(page.Only("//tr[@data-annotation='10']/td[2]"), "diameter, hidden");
+  EXPECT_EQ(page.Only("//tr[@data-annotation='50']/td[2]"), "without text");
   EXPECT_THAT(page.All("//header//@data-severity/.."),
               ElementsAre("3 lost", "1 reduced", "2 ignored"));
   EXPECT_THAT(page.All("//table[@data-severity='lost']/tbody/tr/td[1]"),

@@ -165,6 +165,9 @@ class PageTest(unittest.TestCase):
             for reference in (row["frame"] or {"references": []})["references"]
             for datum in reference["datums"]
         ]
+        is_silent = annotation["kind"] in ("text", "flagNote") and not any(t["string"] for t in annotation["texts"])
+        details = self.run_script("return document.querySelector('#details').textContent")
+        self.assertEqual("The report has no text of it." in details, is_silent)
         named = [annotation, *(by_id[id] for id in datums if id in by_id)]
         entities = {e["id"] for one in named for e in one["entities"]} - {None}
         self.assertEqual(set(self.names("#details [data-entity]", "entity")), entities)
@@ -212,7 +215,12 @@ class PageTest(unittest.TestCase):
         round_about = sum(math.dist(flat[i], flat[i - 1]) for i in range(3))
         if abs(ax * by - ay * bx) < 3 * round_about:
             return False  # less than three pixels to its sides: the pointer may miss it
-        if self.run_script("return Page.viewer.picture.overlay.pick(...arguments) !== null", x, y):
+        covered = """const { overlay, solid, camera } = Page.viewer.picture;
+            const [x, y] = arguments;
+            const isNear = ([u, v]) => Math.hypot(u - x, v - y) < 8;
+            const places = solid.vertices.map(({ points }) => camera.project(points));
+            return overlay.pick(x, y) !== null || places.some(isNear)"""
+        if self.run_script(covered, x, y):
             return False
         direction = [float(number) for number in self.viewer("camera").split()[3:6]]
         depth = dot(centre, direction)
@@ -235,7 +243,97 @@ class PageTest(unittest.TestCase):
         mouse.perform()
         return True
 
+    @on_each_model
+    def test_a_vertex_lights_up_where_it_is_and_can_be_picked(self, model):
+        self.open(model)
+        applied = {e["id"]: e["annotations"] for e in self.report["entities"] if e["kind"] == "vertex"}
+        self.click("#captures button")
+        chosen = self.run_script("return getComputedStyle(document.documentElement).getPropertyValue('--chosen').trim()")
+        place = """const { picture, model } = Page.viewer;
+            const [x, y] = picture.camera.project(model.vertices.get(arguments[0]).points);
+            const box = document.querySelector("#viewer").getBoundingClientRect();
+            const data = document.querySelector(".notes").getContext("2d").getImageData(x, y, 1, 1).data;
+            const color = "#" + [...data.slice(0, 3)].map((n) => n.toString(16).padStart(2, "0")).join("");
+            return [color, box.left + x, box.top + y, picture.solid.isInSight(picture.camera, model.vertices.get(arguments[0]).points)]"""
+        picked = 0
+        for vertex, annotations in applied.items():
+            self.find("body").send_keys(Keys.ESCAPE)
+            settle(self.browser)
+            self.assertNotEqual(self.run_script(place, vertex)[0], chosen)
+            self.click(f'#list [data-annotation="{annotations[0]}"]')
+            settle(self.browser)
+            color, x, y, is_in_sight = self.run_script(place, vertex)
+            self.assertEqual(color, chosen, "the marker has its colour")
+            if is_in_sight and picked < 3:
+                mouse = ActionBuilder(self.browser, duration=0)
+                mouse.pointer_action.move_to_location(round(x), round(y)).click()
+                mouse.perform()
+                if self.viewer("picked"):  # no annotation stands before it
+                    self.assertEqual(self.viewer("picked"), vertex)
+                    self.assertEqual(self.names("#details [data-refers]", "refers"), annotations)
+                    picked += 1
+        self.assertGreater(picked, 0 if applied else -1)
+
+    @on_each_model
+    def test_the_whole_part_is_not_made_small_by_what_stands_far_off(self, model):
+        self.open(model)
+        share = """const { picture, model } = Page.viewer;
+            const { camera } = picture;
+            const points = model.drawing.edges.flatMap(({ points }) => points.map((_, i) => points.slice(i, i + 3)))
+                .filter((_, i) => i % 3 === 0).map((point) => camera.project(point));
+            const span = (k) => Math.max(...points.map((p) => p[k])) - Math.min(...points.map((p) => p[k]));
+            return Math.max(span(0) / camera.width, span(1) / camera.height)"""
+        self.click("#captures button")
+        settle(self.browser)
+        self.assertGreater(self.run_script(share), 0.45)
+        # One that is asked for is in the picture, wherever it stands.
+        far = """const { model, picture } = Page.viewer;
+            const far = ({ place }) => Page.length(Page.subtract(place.at, model.box.centre()));
+            return model.annotations.filter(({ place }) => place).sort((a, b) => far(b) - far(a))[0].index"""
+        self.click(f'#list [data-index="{self.run_script(far)}"]')
+        self.click("#details .buttons button")
+        settle(self.browser)
+        inside = """const { picture, state } = Page.viewer;
+            const [x, y] = picture.camera.project(state.chosen.place.at);
+            return x > 0 && x < picture.camera.width && y > 0 && y < picture.camera.height"""
+        self.assertTrue(self.run_script(inside))
+
+    @on_each_model
+    def test_findings_are_counted_listed_and_lead_to_what_they_are_about(self, model):
+        page = self.folder / (model.name + ".checked.html")
+        write_page(model, page, "--check")
+        show(self.browser, page)
+        report = report_of(model, "--check")
+        findings = report["checks"]["findings"]
+        counts = [int(n) for n in re.findall(r"\d+", self.find("header a[href='#findings']").text)]
+        self.assertEqual(sum(counts), len(findings))
+        self.assertEqual(len(self.names("#findings tbody tr", "x")), len(findings))
+        ids = {a["id"] for view in report["views"] for a in view["annotations"]}
+        expected = {f["annotation"] for f in findings} & ids
+        rows = """return [...document.querySelectorAll("#list [data-annotation]")]
+            .filter((row) => row.querySelector(".findings")).map((row) => row.dataset.annotation)"""
+        self.assertEqual(set(self.run_script(rows)), expected)
+        links = self.names("#findings a[data-place]", "place")
+        for place in links[:5]:
+            self.click(f'#findings a[data-place="{place}"]')
+            self.assertEqual(self.names("#list [aria-selected=true]", "index"), [place])
+            chosen = self.viewer("chosen")
+            said = self.names("#details section [data-severity]", "severity")
+            self.assertEqual(said, [f["severity"] for f in findings if f["annotation"] == chosen])
+        self.assertEqual(bool(links), bool(expected))
+
     # --- The rest, on the bundled model ---
+
+    def test_a_click_that_hits_nothing_keeps_the_choice(self):
+        self.open(BUNDLED)
+        self.click("#list [data-annotation] [data-entity]")
+        first = self.names("#list [data-annotation]", "annotation")[0]
+        self.assertEqual(self.viewer("chosen"), first, "a row is chosen wherever it is clicked")
+        corner = self.run_script("const box = document.querySelector('#viewer').getBoundingClientRect(); return [box.right - 9, box.top + 9]")
+        mouse = ActionBuilder(self.browser, duration=0)
+        mouse.pointer_action.move_to_location(*map(round, corner)).click()
+        mouse.perform()
+        self.assertEqual(self.viewer("chosen"), first)
 
     def test_the_search_finds_and_the_filter_leaves_one_kind(self):
         self.open(BUNDLED)

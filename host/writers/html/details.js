@@ -23,7 +23,7 @@ Page.Details = class {
 
   titleOf({ data }) {
     const type = data.tolerance?.type || data.dimension?.type;
-    const name = Page.words(type || Page.kindNames[data.kind] || data.kind);
+    const name = type ? Page.words(type) : (Page.kindNames[data.kind] ?? data.kind);
     const title = name[0].toUpperCase() + name.slice(1);
     const label = data.datum || data.datumTarget;
     return label ? `${title} ${Page.clean(label.label ?? "?")}` : title;
@@ -87,7 +87,7 @@ Page.Details = class {
     );
     const said = Page.sentences(data, this.model.unit);
     for (const { kind, reason } of skipped) {
-      if (kind === "Angle") said.push(`Its angle is not in the report: ${clean(reason)}.`);
+      if (kind === "Angle") said.push(`Its basic angle: ${clean(reason)}.`);
     }
     for (const sentence of said) children.push(element("p", { dir: "auto" }, sentence));
     if (data.entities.length > 0) {

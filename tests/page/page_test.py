@@ -335,6 +335,20 @@ class PageTest(unittest.TestCase):
         mouse.perform()
         self.assertEqual(self.viewer("chosen"), first)
 
+    def test_what_the_document_hides_is_not_drawn_but_a_part_hidden_as_a_whole_is(self):
+        source = BUNDLED.read_text(encoding="utf-8")
+        drawn = []
+        for hidden in ([], ["SOLID"], ["SOLID", "WIRE"]):
+            model = self.folder / f"hidden{len(hidden)}.qif"
+            text = re.sub(rf'form="({"|".join(hidden) or "none"})"', r'form="\1" hidden="true"', source)
+            model.write_text(text, encoding="utf-8")
+            show(self.browser, self.page_of(model))
+            script = "const { edges, faces } = Page.viewer.model.drawing; return [edges.length, faces.length]"
+            drawn.append(self.run_script(script))
+        whole, wires, all_hidden = drawn
+        self.assertEqual((whole, wires), ([49, 18], [2, 0]))
+        self.assertEqual(all_hidden, whole)
+
     def test_the_search_finds_and_the_filter_leaves_one_kind(self):
         self.open(BUNDLED)
         rows = "#list table:not([hidden]) [data-annotation]:not([hidden])"
@@ -388,7 +402,16 @@ class PageTest(unittest.TestCase):
         self.run_script("dispatchEvent(new Event('beforeprint'))")
         self.assertNotEqual(self.run_script(PIXELS), pixels)
         self.run_script("dispatchEvent(new Event('afterprint'))")
-        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": []})
+        # On paper everything stands below each other.
+        size = {"width": 794, "height": 1123, "deviceScaleFactor": 1, "mobile": False}
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+        self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", size)
+        parts = """return [...document.querySelectorAll("main > *, #list table")].filter((e) => e.offsetHeight > 0)
+            .filter((e) => e.scrollHeight > e.clientHeight + 1 || e.scrollWidth > e.clientWidth + 1).map((e) => e.id)"""
+        self.assertEqual(self.run_script(parts), [])
+        size = {**size, "width": 1280, "height": 800}
+        self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", size)
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "", "features": []})
         self.assertGreater(len(self.browser.execute_cdp_cmd("Page.printToPDF", {})["data"]), 50000)
 
     def test_markup_in_a_document_stays_text(self):

@@ -13,7 +13,7 @@ PICTURES = {
     "page_ftc_08.png": ("../shared/models/nist_ftc_08_asme1_ap242.qif", "MBD_B", "4201", 2),
 }
 
-os.chdir(ROOT)  # the page names the model as it was named
+os.chdir(ROOT)
 with tempfile.TemporaryDirectory() as folder, chromium() as browser:
     for name, (model, view, annotation, larger) in PICTURES.items():
         page = pathlib.Path(folder) / "page.html"

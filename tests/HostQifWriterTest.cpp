@@ -527,6 +527,10 @@ const Omission kOmissions[] = {
      [](Plain& p) {
        p.At(0).written = {{"value", "x", "ell"}};
      }},
+    {"reduced", "its values stand in the report's unit",
+     [](Plain& p) {
+       p.At(3).written = {{"point1", "1 2 3", "ell"}};
+     }},
     {"lost", "its value is no number", [](Plain& p) { p.Size().value = std::nan(""); }},
     {"lost", "QIF has no annotations that apply to",
      [](Plain& p) { p.At(0).entities[0].kind = "note"; }},

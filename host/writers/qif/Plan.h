@@ -100,6 +100,10 @@ class Plan {
   void ReduceName(const Item& item) {
     omissions.Add("reduced", item, "a name in QIF has single spaces only");
   }
+  // Lists a value whose unit can't be kept.
+  void OmitUnit(const Item& item, const std::string& unit) {
+    omissions.Add("reduced", item, "its values stand in the report's unit, not in " + unit);
+  }
   // How far places of points go behind the point: a 10^13th of the part's size.
   int Places() const { return places_; }
 

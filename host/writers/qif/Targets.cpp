@@ -127,7 +127,11 @@ class ZoneWriter {
     xml_.Open(name);
     std::string text = Real(point[0]) + ' ' + Real(point[1]) + ' ' + Real(point[2]);
     for (const WrittenReport& written : item_.annotation->written) {
-      if (written.field != field || !plan_.units.Knows(Measure::kLength, written.unit)) continue;
+      if (written.field != field) continue;
+      if (!plan_.units.Knows(Measure::kLength, written.unit)) {
+        plan_.OmitUnit(item_, written.unit);
+        continue;
+      }
       xml_.Attribute("linearUnit", written.unit);
       text = written.text;
     }

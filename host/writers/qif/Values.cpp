@@ -29,8 +29,7 @@ void WriteValue(Xml& xml, Plan& plan, const Item& item, const char* name, const 
       text = IsDecimal(written->text) ? written->text : Decimal(*number);
       unit = written->unit;
     } else {
-      plan.omissions.Add("reduced", item,
-                         "its values stand in the report's unit, not in " + written->unit);
+      plan.OmitUnit(item, written->unit);
     }
   }
   const std::string& byDefault =

@@ -79,6 +79,8 @@ constexpr Exception kExceptions[] = {
     {"dimension.texts.before", "QIF has its hole callout"},
     {"dimension.texts.after", "QIF has its hole callout"},
     {"dimension.texts", "QIF has what is drawn"},
+    {"dimension.texts", "QIF has no drawn text with a name in braces"},
+    {"tolerance.notes", "QIF has no drawn text with a name in braces"},
     {"dimension.texts.prefix", "QIF has no place for what is written right around"},
     {"dimension.texts.suffix", "QIF has no place for what is written right around"},
     {"dimension.tolerance", "QIF has no place for what is written right around"},
@@ -331,6 +333,10 @@ class Dresser {
  private:
   int Below(int count) { return static_cast<int>(engine_() % static_cast<unsigned>(count)); }
   double Value() { return Below(100000) / 1000.0; }
+  template <std::size_t kCount>
+  const char* OneOf(const char* const (&texts)[kCount]) {
+    return texts[Below(static_cast<int>(kCount))];
+  }
 
   void Dress(DatumReport& datum, const std::string& id) {
     datum.label = std::string(1, static_cast<char>('A' + Below(26)));
@@ -350,6 +356,8 @@ class Dresser {
     dimension.callouts.clear();
     dimension.calloutType.reset();
     dimension.texts = {};
+    dimension.texts.before = OneOf({"", "", "4X", "2 MAX", "TYP R", "3X 3X MIN", "A (", "4XB"});
+    dimension.texts.after = OneOf({"", "", "THRU", "mm", "mmx", "TO 5", ") A", "\u2334 A", "{BR}"});
     dimension.tolerance = Below(2) == 0 ? "plusMinus" : "none";
     dimension.upper = dimension.lower = dimension.tolerancePrecision = Number();
     if (dimension.tolerance == "none") return;
@@ -364,6 +372,9 @@ class Dresser {
     const int kind = Below(7);
     tolerance.type = types[kind];
     tolerance.allAround = kind == 2 && Below(2) == 0;
+    for (Text* note : {&tolerance.notes.before, &tolerance.notes.after, &tolerance.notes.upper}) {
+      *note = OneOf({"", "", "4X", "a\nb", "SEE {M}", "{m}"});
+    }
     tolerance.rows.clear();
     for (int rows = kind == 0 || kind == 2 ? 1 + Below(4) : 1; rows > 0; --rows) {
       RowReport& row = tolerance.rows.emplace_back();
@@ -731,11 +742,12 @@ const Kept kKept[] = {
      }},
     {"leaders in a plane that runs along no axis",
      [](ModelReport& r) {
+       using namespace points;
        const Point3 x = {std::sqrt(0.3), std::sqrt(0.7), 0}, y = {0, 0, 1}, o = {100, 200, 5};
        r.views[0].frame = {o, {float(x[0]), float(x[1]), 0}, y};
        for (AnnotationReport& annotation : r.views[0].annotations) {
          annotation.position = {0, 0};
-         annotation.leaders = {{{points::operator+(o, points::operator*(70, x)), o}}};
+         annotation.leaders = {{{o + 70.0 * x, o}}};
        }
      }},
 };

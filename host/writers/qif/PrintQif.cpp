@@ -49,7 +49,7 @@ void WriteHeader(Xml& xml, const Plan& plan, const std::string& program) {
 
 // Whether drawn text has a name in braces, which stands for a symbol there.
 bool HasNameInBraces(const Text& text) {
-  const std::string& all = text ? *text : std::string();
+  const std::string all = text.value_or("");
   for (std::size_t at = all.find('{'); at != std::string::npos; at = all.find('{', at + 1)) {
     const std::size_t end = all.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_", at + 1);
     if (end != std::string::npos && end > at + 1 && all[end] == '}') return true;

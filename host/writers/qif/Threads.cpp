@@ -1,6 +1,6 @@
 // What threads are.
 
-#include <cmath>
+#include <algorithm>
 
 #include "writers/qif/Sections.h"
 

@@ -513,6 +513,9 @@ const Omission kOmissions[] = {
      [](Plain& p) { p.Size().type = "thread", p.Size().tolerancePrecision = 1; }},
     {"reduced", "QIF has what is drawn", [](Plain& p) { p.Size().texts.before = "2 MAX"; }},
     {"reduced", "QIF has what is drawn", [](Plain& p) { p.Size().texts.before = "MAX R"; }},
+    {"reduced", "QIF has what is drawn", [](Plain& p) { p.Size().texts.before = "A  B"; }},
+    {"reduced", "QIF has no drawn text with a name in braces",
+     [](Plain& p) { p.Size().texts.before = "{BR}"; }},
     {"reduced", "QIF has what is drawn", [](Plain& p) { p.Size().texts.before = "4X \u2300"; }},
     {"reduced", "QIF has what is drawn", [](Plain& p) { p.Size().texts.after = "TO 3"; }},
     {"reduced", "QIF has what is drawn", [](Plain& p) { p.Size().texts.after = "mm"; }},
@@ -732,6 +735,14 @@ const Kept kKept[] = {
        texts.before = "4X DEEP";
        texts.after = "THRU";
      }},
+    {"a hole callout",
+     [](ModelReport& r) {
+       DimensionTextsReport& texts = Of(r, "dimension").dimension->texts;
+       texts.holeCallout = "4X \u23008 \u2334";
+       texts.before = "4X";
+       texts.after = "\u2334";
+     }},
+    {"a fit", [](ModelReport& r) { Of(r, "dimension").dimension->texts.suffix = "H7"; }},
     {"braces of a note", [](ModelReport& r) { Of(r, "text").texts[0].string = "A{BR}B {M}"; }},
     {"an area",
      [](ModelReport& r) {

@@ -50,6 +50,8 @@ ModelReport MakeReport(const Model& model, KOVAPMIExporter& exporter, const std:
   SourceReport& source = report.source;
   source.file = file;
   source.format = model.format;
+  source.partFile = model.partFile;
+  source.partFormat = model.partFormat;
   source.linearUnit = model.linearUnit;
   source.pmiLinearUnit = model.pmiLinearUnit;
   source.pmiAngularUnit = model.pmiAngularUnit;

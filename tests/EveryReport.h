@@ -95,7 +95,8 @@ inline ModelReport Everything() {
     front.members.push_back({id, "M" + id});
   front.entities = {{"body", "6", "part"}};
   report.entities = {{Face(1), {"10", "20"}}, {Face(2), {"10"}}, {{"vertex", {}, {}}, {}}};
-  report.source = {"part\x9b.qif", "QIF 3.0", "mm", "inch", "radian", {{"face", 6}}, {}};
+  report.source = {"part\x9b.qif", "QIF 3.0",     "part.stp", "STEP AP242", "mm", "inch",
+                   "radian",       {{"face", 6}}, {}};
   report.source.skipped = {{"ignored", "URI", "5", "", "no place", 4, 2},
                            {"lost", "Zone", "299", "20", "no number", 80, 1},
                            {"reduced", "Leader", "10", "10", "its arc", 70, 1},

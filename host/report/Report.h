@@ -195,6 +195,7 @@ struct SkippedReport {
 
 struct SourceReport {
   std::string file, format;
+  std::string partFile, partFormat;           // of the entities, where the document names another
   std::string linearUnit;                     // of all lengths in the report
   std::string pmiLinearUnit, pmiAngularUnit;  // of the document's PMI, where they are others
   std::map<std::string, long> counts;

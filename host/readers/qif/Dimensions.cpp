@@ -12,6 +12,19 @@ namespace qif {
 
 namespace {
 
+// What a user-defined dimension is, where it says that with one of these words.
+struct Meant {
+  std::string_view word;
+  dimension_type type;
+  dimension_subtype subtype;
+};
+constexpr Meant kMeant[] = {
+    {"linear coordinate", dim_coordinate, dim_sub_linear_coordinate},
+    {"angular coordinate", dim_coordinate, dim_sub_angular_coordinate},
+    {"conical taper", dim_taper, dim_sub_conical_taper},
+    {"flat taper", dim_taper, dim_sub_flat_taper},
+};
+
 // Elements of threads and fits.
 constexpr const char* kThreadId = "ThreadSpecificationId";
 constexpr const char* kThreadText = "TextSpecification";
@@ -55,13 +68,14 @@ class DimensionReader {
     RequireFinite(element, {fields_.value, fields_.upper_limit, fields_.lower_limit});
     if (kind_.measure == Measure::kPlain && !(hasValue && hasLimits)) return nullptr;
     ReadTexts();
+    fields_.type = kind_.type;
+    fields_.subtype = kind_.subtype;
+    if (kind_.type == dim_user_defined) ReadMeant();
     if (!hasValue) {
       reading_.Skip(Severity::kReduced, element, "it states no target value");
     }
-    auto& dimension = reading_.part.AddDimension(Members(), kind_.type, kind_.subtype, 0);
+    auto& dimension = reading_.part.AddDimension(Members(), fields_.type, fields_.subtype, 0);
     auto& fields = standin::Edit(dimension);
-    fields_.type = kind_.type;
-    fields_.subtype = kind_.subtype;
     fields = fields_;
     // A thread that is given as a text has no diameter.
     const bool isText = kind_.type == dim_thread && fields.value == 0;
@@ -91,6 +105,17 @@ class DimensionReader {
                   Quote(stated.value()) + (isMany ? " decimal places are more than the model has"
                                                   : " is no number of decimal places"));
     return isMany ? kMostDecimals : value.decimals;
+  }
+
+  // Other words stay in the account: the model has no place for them.
+  void ReadMeant() {
+    const std::string_view text = TextOf(definition_.Record(), "WhatToMeasure");
+    for (const Meant& meant : kMeant) {
+      if (meant.word != text) continue;
+      definition_.Pass({"WhatToMeasure"});
+      fields_.type = meant.type;
+      fields_.subtype = meant.subtype;
+    }
   }
 
   Element DefinitionOf(const Document::Entry& feature) const {

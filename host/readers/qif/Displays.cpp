@@ -165,6 +165,8 @@ class DisplayReader {
     fields.extension_lines = drawing_.extensionLines;
     const bool isCallout = HasHoleSymbol(text) || reading_.holeDimensions.count(&dimension) != 0;
     if (isCallout && !fields.hole_callout.has_value() && !text.empty()) fields.hole_callout = text;
+    // What a thread is has numbers of its own.
+    if (fields.type == dim_thread && fields.hole_callout == text) return true;
     AroundValue around = TextsAroundValue(text);
     if (fields.note != nullptr) {
       const pmi_text& suffix = standin::Edit(*fields.note).suffix;

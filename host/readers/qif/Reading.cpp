@@ -143,7 +143,14 @@ void Reading::Describe(ENTITY& entity, Element element, const char* kind, std::s
   if (!name.empty()) part.Name(entity, Wide(name).c_str());
   model.labels[&entity] = {kind, name.empty() ? id : std::string(name)};
   const bool isPmi = !annotation_.empty();
-  if (Flag(element, "hidden", isPmi ? Severity::kLost : Severity::kIgnored)) part.Hide(entity);
+  bool isHidden = Flag(element, "hidden", isPmi ? Severity::kLost : Severity::kIgnored);
+  // Of what has no place for that, as this program's own documents say it.
+  const Element own = isPmi ? Child(element, "Attributes") : Element();
+  for (const Element attribute : own.children("AttributeBool")) {
+    if (attribute.attribute("name").value() != std::string_view("pmi_report.hidden")) continue;
+    isHidden = Flag(attribute, "value") || isHidden;
+  }
+  if (isHidden) part.Hide(entity);
   if (!written_.empty()) model.written[&entity] = std::exchange(written_, {});
 }
 

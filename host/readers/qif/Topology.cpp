@@ -30,6 +30,7 @@ class TopologyReader {
     for (const char* definition : {"PartSet", "AssemblySet"}) {
       for (const Element part : document_.At({"Product", definition}).children()) {
         for (const Element model : Child(part, "DefinitionExternal").children()) {
+          ReadFile(Child(model, "File"));
           for (const Element entity : Child(model, "Entities").children()) ReadExternal(entity);
         }
       }
@@ -141,6 +142,17 @@ class TopologyReader {
     const Document::Entry& entry = document_.Require(reference, kind);
     if (entry.entity == nullptr) document_.Fail(reference, "this entity is misplaced");
     return entry.entity;
+  }
+
+  // The file of entities that are not in the document: the first that it names.
+  void ReadFile(Element file) {
+    std::string& name = reading_.model.partFile;
+    if (!name.empty() || Child(set_, "FaceSet")) return;
+    name = Cut(TextOf(file, "Name"), 400);
+    const std::string_view format = TextOf(Child(file, "Format"), "DigitalModelFormatEnum");
+    const std::string_view other = TextOf(Child(file, "Format"), "OtherDigitalModelFormat");
+    reading_.model.partFormat =
+        format == "STEPAP242" ? "STEP AP242" : Cut(format.empty() ? other : format, 40);
   }
 
   // An entity of the part's own file, of which nothing is known but its name. What it is stands in

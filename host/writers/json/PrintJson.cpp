@@ -65,6 +65,8 @@ void WriteView(const ViewReport& view, JsonText& text) {
 void WriteSource(const SourceReport& source, JsonText& text) {
   text.Open('{').Key("file").Value(source.file);
   text.Key("format").Value(OrNull(source.format));
+  text.Key("partFile").Value(OrNull(source.partFile));
+  text.Key("partFormat").Value(OrNull(source.partFormat));
   text.Key("linearUnit").Value(OrNull(source.linearUnit));
   text.Key("angularUnit").Value("degree");
   text.Key("pmiLinearUnit").Value(OrNull(source.pmiLinearUnit));

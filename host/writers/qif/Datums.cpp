@@ -77,6 +77,7 @@ class FrameWriter {
     if (!compartments.empty()) xml_.Close();
     const std::string name = Collapsed(frame_.frame->note.value_or(""));
     if (!name.empty()) xml_.Leaf("Name", name);
+    if (name != frame_.frame->note.value_or("")) plan_.ReduceName(user_);
     xml_.Close();
   }
 
@@ -95,8 +96,7 @@ class FrameWriter {
       if (DatumOf(reference.datums[i]) != nullptr) {
         known.push_back(i);
       } else if (reference.datums.size() > 1) {
-        Lose("datum \"" + reference.datums[i].label.value_or("") +
-             "\" of its frame is not in the document");
+        Lose("one of its common datums is not in the document");
       }
     }
     return known;
@@ -190,6 +190,7 @@ void WriteDatums(Xml& xml, Plan& plan) {
   for (const Item* item : datums) {
     const DatumReport& datum = *item->annotation->datum;
     xml.OpenWithId("DatumDefinition", item->id);
+    WriteHidden(xml, *item);
     xml.Leaf("DatumLabel", Collapsed(datum.label.value_or("")));
     std::vector<Id> targets;
     for (const Text& id : datum.targetIds) {

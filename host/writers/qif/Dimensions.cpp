@@ -69,10 +69,6 @@ Around AroundOf(const DimensionTextsReport& texts) {
   return around;
 }
 
-bool HasLimits(const DimensionReport& dimension) {
-  return dimension.upperText.value_or("") != "" || dimension.lowerText.value_or("") != "";
-}
-
 class DefinitionWriter {
  public:
   DefinitionWriter(Xml& xml, Plan& plan, const Item& item)
@@ -93,7 +89,7 @@ class DefinitionWriter {
     } else {
       if (around.type != nullptr) xml_.Leaf("DimensionType", around.type);
       WriteTolerance(around);
-      if (kind_.report == "userDefined") xml_.Leaf("WhatToMeasure", "not stated");
+      if (kind_.whatToMeasure != nullptr) WriteWhatToMeasure();
     }
     xml_.Close();
     if (around.hasMore) Reduce("QIF has no place for what is written right around its value");
@@ -102,12 +98,20 @@ class DefinitionWriter {
  private:
   void Reduce(const std::string& reason) { plan_.omissions.Add("reduced", item_, reason); }
 
+  void WriteWhatToMeasure() {
+    xml_.Leaf("WhatToMeasure", kind_.whatToMeasure);
+    if (kind_.report == "userDefined") {
+      Reduce("whether it is a length or an angle is not told: it stands as a length");
+    } else {
+      Reduce("QIF asks for more of a coordinate or taper than the report tells");
+    }
+  }
+
   void WriteTolerance(const Around& around) {
     const bool isFit = !around.form.empty();
     if (HasLimits(dimension_)) {
       WriteLimits();
-    } else if (dimension_.tolerancePrecision && std::isfinite(dimension_.upper.value_or(0)) &&
-               std::isfinite(dimension_.lower.value_or(0))) {
+    } else if (HasDeviations()) {
       xml_.Open("Tolerance");
       Deviation("MaxValue", "upper", dimension_.upper);
       Deviation("MinValue", "lower", dimension_.lower);
@@ -127,10 +131,16 @@ class DefinitionWriter {
     if (isFit) Reduce("QIF has no place for the name of its fit");
   }
 
+  bool HasDeviations() {
+    if (!dimension_.tolerancePrecision) return false;
+    const bool are = std::isfinite(dimension_.upper.value_or(0) + dimension_.lower.value_or(0));
+    if (!are) plan_.omissions.Add("lost", item_, "a limit of it is no number");
+    return are;
+  }
+
   void Deviation(const char* name, const char* field, const Number& deviation) {
-    if (!deviation) return;
     WriteValue(xml_, plan_, item_, name,
-               {field, *deviation, kind_.measure, dimension_.tolerancePrecision});
+               {field, deviation.value_or(0), kind_.measure, dimension_.tolerancePrecision});
   }
 
   void WriteLimits() {
@@ -174,45 +184,10 @@ class DefinitionWriter {
   const DimensionKind& kind_;
 };
 
-// The value as it is drawn; empty where there is none.
-std::string DrawnValue(const Item& item, const DimensionReport& dimension) {
-  for (const WrittenReport& written : item.annotation->written) {
-    if (written.field == "value") return written.text;
-  }
-  if (!dimension.value || !std::isfinite(*dimension.value)) return "";
-  const std::string text = Decimal(*dimension.value);
-  const int places = static_cast<int>(std::clamp(dimension.precision.value_or(0), 0.0, 15.0));
-  if (PlacesOf(text) >= places) return text;
-  return text + (PlacesOf(text) == 0 ? "." : "") +
-         std::string(static_cast<std::size_t>(places - PlacesOf(text)), '0');
-}
-
-std::string DrawnTolerance(const DimensionReport& dimension) {
-  if (HasLimits(dimension) || !dimension.tolerancePrecision) return "";
-  const double upper = dimension.upper.value_or(0), lower = dimension.lower.value_or(0);
-  if (!std::isfinite(upper) || !std::isfinite(lower)) return "";
-  if (upper == -lower) return " \u00B1" + Rounded(upper, 6);
-  return (upper < 0 ? " " : " +") + Rounded(upper, 6) + (lower < 0 ? "/" : "/+") +
-         Rounded(lower, 6);
-}
-
 }  // namespace
 
 void WriteDimensionDefinition(Xml& xml, Plan& plan, const Item& item) {
   DefinitionWriter(xml, plan, item).Write();
-}
-
-// Whether a hole callout, which is drawn as it stands, starts with what stands before its value.
-static bool StartsWithBefore(const DimensionTextsReport& texts) {
-  const std::string callout = texts.holeCallout.value_or("");
-  const std::string before = texts.before.value_or("");
-  if (callout.empty()) return true;
-  if (callout.compare(0, before.size(), before) != 0) return false;
-  std::string rest = callout.substr(before.size());
-  for (const std::string mark : {" ", "\u2300", " "}) {
-    if (rest.compare(0, mark.size(), mark) == 0) rest.erase(0, mark.size());
-  }
-  return rest.find_first_of(".0123456789") == 0;
 }
 
 void WriteDimensionNominal(Xml& xml, Plan& plan, const Item& item) {
@@ -221,57 +196,17 @@ void WriteDimensionNominal(Xml& xml, Plan& plan, const Item& item) {
   xml.OpenWithId((std::string(kind.name) + "CharacteristicNominal").c_str(), item.id);
   WriteNominalStart(xml, plan, item);
   const bool hasValue = dimension.value && std::isfinite(*dimension.value);
-  if (item.thread != 0) {
-    if (hasValue) plan.omissions.Add("reduced", item, "QIF has a thread's text, not its diameter");
-  } else if (hasValue) {
+  if (hasValue && item.thread == 0) {
     WriteValue(xml, plan, item, "TargetValue",
                {"value", *dimension.value, kind.measure, dimension.precision});
-  } else if (dimension.value) {
+  } else if (dimension.value && !hasValue) {
     plan.omissions.Add("lost", item, "its value is no number");
   }
-  if (!StartsWithBefore(dimension.texts)) {
-    plan.omissions.Add("reduced", item, "QIF has its hole callout, not what stands before it");
+  if (const std::string reason = WhyNotTold(item); !reason.empty()) {
+    plan.omissions.Add("reduced", item, reason);
   }
   if (kind.field != nullptr) xml.Leaf(kind.field, kind.value);
   xml.Close();
-}
-
-void WriteThreads(Xml& xml, Plan& plan) {
-  std::vector<const Item*> threads;
-  for (const Item& item : plan.items) {
-    if (item.thread != 0) threads.push_back(&item);
-  }
-  if (threads.empty()) return;
-  xml.OpenList("ThreadSpecifications", threads.size());
-  for (const Item* item : threads) {
-    xml.Open("ThreadSpecification");
-    xml.OpenWithId("TextThreadSpecification", item->thread);
-    xml.Leaf("TextSpecification",
-             Collapsed(item->annotation->dimension->texts.holeCallout.value_or("")));
-    xml.Close();
-    xml.Close();
-  }
-  xml.Close();
-}
-
-std::string DrawnDimension(const Item& item) {
-  const DimensionReport& dimension = *item.annotation->dimension;
-  const DimensionTextsReport& texts = dimension.texts;
-  if (texts.holeCallout.value_or("") != "") return *texts.holeCallout;
-  std::string value = DrawnValue(item, dimension);
-  if (HasLimits(dimension)) {
-    value = dimension.upperText.value_or("");
-    if (!value.empty() && !dimension.lowerText.value_or("").empty()) value += "/";
-    value += dimension.lowerText.value_or("");
-  }
-  const DimensionKind& kind = *KindOf(kDimensionKinds, dimension.type);
-  std::string drawn = texts.before.value_or("");
-  if (!drawn.empty()) drawn += ' ';
-  drawn += texts.prefix.value_or("") + kind.mark + value;
-  if (kind.measure == Measure::kAngle && !value.empty()) drawn += "\u00B0";
-  drawn += DrawnTolerance(dimension) + texts.suffix.value_or("");
-  if (texts.after.value_or("") != "") drawn += ' ' + *texts.after;
-  return drawn;
 }
 
 }  // namespace qif_writer

@@ -55,7 +55,11 @@ class DisplayWriter {
 
   // Lists what has no place in the display.
   void ListRest() {
-    if (view_ == nullptr && (annotation_.position || annotation_.depth)) {
+    if (annotation_.position &&
+        !std::isfinite((*annotation_.position)[0] + (*annotation_.position)[1] +
+                       annotation_.depth.value_or(0))) {
+      Omit("lost", "its place is no number");
+    } else if (view_ == nullptr && (annotation_.position || annotation_.depth)) {
       Omit("lost", "its view has no plane to stand in");
     }
     if (view_ == nullptr && !annotation_.leaders.empty()) {

@@ -14,7 +14,8 @@ struct DimensionKind {
   // What its nominal has to say besides, which the report does not tell.
   const char* field = nullptr;
   const char* value = nullptr;
-  const char* mark = "";  // drawn before the value
+  const char* mark = "";                // drawn before the value
+  const char* whatToMeasure = nullptr;  // of what QIF leaves to its users
 };
 
 constexpr DimensionKind kDimensionKinds[] = {
@@ -34,7 +35,14 @@ constexpr DimensionKind kDimensionKinds[] = {
     {"curveLength", "CurveLength"},
     {"square", "Square", Measure::kLength, nullptr, nullptr, "\u25A1"},
     {"thread", "Thread"},
-    {"userDefined", "UserDefinedLinear"},
+    {"userDefined", "UserDefinedLinear", Measure::kLength, nullptr, nullptr, "", "not stated"},
+    // The characteristics of these ask for an axis or a distance, which the report does not tell.
+    {"linearCoordinate", "UserDefinedLinear", Measure::kLength, nullptr, nullptr, "",
+     "linear coordinate"},
+    {"angularCoordinate", "UserDefinedAngular", Measure::kAngle, nullptr, nullptr, "",
+     "angular coordinate"},
+    {"conicalTaper", "UserDefinedLinear", Measure::kLength, nullptr, nullptr, "", "conical taper"},
+    {"flatTaper", "UserDefinedLinear", Measure::kLength, nullptr, nullptr, "", "flat taper"},
 };
 
 // What a tolerance's definition has besides its value.

@@ -70,8 +70,7 @@ std::string WhyNotWritten(const AnnotationReport& annotation, const Units& units
   if (annotation.dimension) {
     const Text& type = annotation.dimension->type;
     if (KindOf(kDimensionKinds, type) != nullptr) return "";
-    return "QIF has no dimension of type \"" + type.value_or("unknown") +
-           "\", or asks for more of it than the report tells";
+    return "QIF has no dimension of type \"" + type.value_or("unknown") + "\"";
   }
   if (annotation.tolerance) {
     const ToleranceReport& tolerance = *annotation.tolerance;
@@ -220,7 +219,10 @@ void Plan::TakeEntities() {
       item.definition = Next();
       item.measured = Next();
     }
-    if (annotation.datumTarget && HasZone(*annotation.datumTarget, units)) item.zone = Next();
+    const bool hasFeature = item.feature != 0;
+    if (annotation.datumTarget && HasZone(*annotation.datumTarget, units, hasFeature)) {
+      item.zone = Next();
+    }
     if (annotation.dimension && annotation.dimension->type == "thread") item.thread = Next();
     if (!annotation.tolerance) continue;
     for (std::size_t row = 0; row < annotation.tolerance->rows.size(); ++row) {

@@ -96,6 +96,14 @@ class Plan {
   std::vector<const Item*> OfKind(const std::string& kind) const;
   // The entities of an annotation, by their places in `entities`.
   std::vector<std::size_t> EntitiesOf(const Item& item) const;
+  // Lists a name that can't be kept as it is.
+  void ReduceName(const Item& item) {
+    omissions.Add("reduced", item, "a name in QIF has single spaces only");
+  }
+  // Lists a value whose unit can't be kept.
+  void OmitUnit(const Item& item, const std::string& unit) {
+    omissions.Add("reduced", item, "its values stand in the report's unit, not in " + unit);
+  }
   // How far places of points go behind the point: a 10^13th of the part's size.
   int Places() const { return places_; }
 

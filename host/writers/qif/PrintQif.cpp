@@ -47,6 +47,18 @@ void WriteHeader(Xml& xml, const Plan& plan, const std::string& program) {
   xml.Close();
 }
 
+// Whether drawn text has a name in braces, which stands for a symbol there.
+bool HasNameInBraces(const Text& text) {
+  const std::string all = text.value_or("");
+  for (std::size_t at = all.find('{'); at != std::string::npos; at = all.find('{', at + 1)) {
+    const std::size_t end = all.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_", at + 1);
+    if (end != std::string::npos && end > at + 1 && all[end] == '}') return true;
+  }
+  return false;
+}
+
+constexpr const char* kNoBraces = "drawn text with a name in braces: it is that of a symbol";
+
 // What has no place in QIF whatever else an annotation has.
 void ListRest(Plan& plan) {
   const auto add = [&](const Item& item, bool has, const char* what) {
@@ -55,8 +67,6 @@ void ListRest(Plan& plan) {
   const auto says = [](const Text& text) { return text.value_or("") != ""; };
   for (const Item& item : plan.items) {
     const AnnotationReport& annotation = *item.annotation;
-    const bool isNote = annotation.kind == "text" || annotation.kind == "flagNote";
-    add(item, annotation.hidden.value_or(false) && !isNote, "hidden annotations but notes");
     add(item, annotation.texts.size() > 1, "second text of an annotation");
     if (!annotation.texts.empty() && annotation.texts.front().font) {
       const FontReport& font = *annotation.texts.front().font;
@@ -70,15 +80,27 @@ void ListRest(Plan& plan) {
           "texts above and below a dimension");
       add(item, dimension.calloutType.has_value() || !dimension.callouts.empty(),
           "links from a dimension to its callouts");
+      const DimensionTextsReport& texts = dimension.texts;
+      const bool isThread = item.thread != 0;  // whose callout is not drawn text alone
+      add(item,
+          HasNameInBraces(texts.before) || HasNameInBraces(texts.after) ||
+              (!isThread && HasNameInBraces(texts.holeCallout)),
+          kNoBraces);
     }
     if (annotation.tolerance) {
       const ToleranceNotesReport& notes = annotation.tolerance->notes;
       add(item, says(notes.prefix) || says(notes.suffix), "prefix and suffix of a tolerance");
+      add(item,
+          HasNameInBraces(notes.before) || HasNameInBraces(notes.after) ||
+              HasNameInBraces(notes.upper) || HasNameInBraces(notes.lower),
+          kNoBraces);
     }
     const Text label = annotation.datum         ? annotation.datum->label
                        : annotation.datumTarget ? annotation.datumTarget->label
                                                 : annotation.name;
     add(item, annotation.name.value_or("") != label.value_or(""), "name of a datum but its label");
+    const bool hasLabel = annotation.datum || annotation.datumTarget;
+    if (hasLabel && says(label) && Collapsed(*label) != *label) plan.ReduceName(item);
   }
 }
 

@@ -76,7 +76,9 @@ void WriteEntities(Xml& xml, Plan& plan) {
 
 // The part's own file, in which the entities are.
 void WritePart(Xml& xml, Plan& plan) {
-  const std::string& path = plan.report.source.file;
+  const SourceReport& source = plan.report.source;
+  const std::string& path = source.partFile.empty() ? source.file : source.partFile;
+  const std::string& format = source.partFile.empty() ? source.format : source.partFormat;
   const std::string file = path.substr(path.find_last_of('/') + 1);
   xml.OpenList("PartSet", 1);
   xml.OpenWithId("Part", plan.part);
@@ -87,10 +89,10 @@ void WritePart(Xml& xml, Plan& plan) {
   xml.Open("File");
   xml.Leaf("Name", Collapsed(file));
   xml.Open("Format");
-  if (plan.report.source.format == "STEP AP242") {
+  if (format == "STEP AP242") {
     xml.Leaf("DigitalModelFormatEnum", "STEPAP242");
   } else {
-    xml.Leaf("OtherDigitalModelFormat", plan.report.source.format);
+    xml.Leaf("OtherDigitalModelFormat", format);
   }
   xml.Close();
   xml.Close();

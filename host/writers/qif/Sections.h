@@ -28,7 +28,10 @@ void WriteToleranceNominal(Xml& xml, Plan& plan, const Item& item);
 void WriteTextureDefinition(Xml& xml, Plan& plan, const Item& item);
 void WriteTextureNominal(Xml& xml, Plan& plan, const Item& item);
 
-// What every nominal has first: definition, feature and name.
+// An attribute of this program's own, for what QIF has none of: whether the annotation is hidden.
+// Stands first in an element.
+void WriteHidden(Xml& xml, const Item& item);
+// What every nominal has first: visibility, definition, feature and name.
 void WriteNominalStart(Xml& xml, Plan& plan, const Item& item);
 // References to entities, of the document's own and of the part's file.
 void WriteEntityIds(Xml& xml, const Plan& plan, const std::vector<std::size_t>& entities);
@@ -48,5 +51,9 @@ void WriteValue(Xml& xml, Plan& plan, const Item& item, const char* name, const 
 
 // The text that is drawn for a dimension.
 std::string DrawnDimension(const Item& item);
+// Why a reader can't tell from it what stands before and after the value; empty when it can.
+std::string WhyNotTold(const Item& item);
+// Whether its limits are stated themselves, not as deviations.
+bool HasLimits(const DimensionReport& dimension);
 
 }  // namespace qif_writer

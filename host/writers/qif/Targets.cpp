@@ -92,6 +92,8 @@ class ZoneWriter {
       xml_.Close();
     } else if (type == "circle") {
       WriteCircle();
+    } else if (type == "area") {
+      xml_.OpenWithId("FeatureZoneAreaIrregular", item_.zone);
     } else {
       WriteRectangle(*RectangleOf(target_, plan_.units));
     }
@@ -125,7 +127,11 @@ class ZoneWriter {
     xml_.Open(name);
     std::string text = Real(point[0]) + ' ' + Real(point[1]) + ' ' + Real(point[2]);
     for (const WrittenReport& written : item_.annotation->written) {
-      if (written.field != field || !plan_.units.Knows(Measure::kLength, written.unit)) continue;
+      if (written.field != field) continue;
+      if (!plan_.units.Knows(Measure::kLength, written.unit)) {
+        plan_.OmitUnit(item_, written.unit);
+        continue;
+      }
       xml_.Attribute("linearUnit", written.unit);
       text = written.text;
     }
@@ -158,8 +164,9 @@ bool IsFinite(const std::optional<Point3>& point) {
 
 }  // namespace
 
-bool HasZone(const DatumTargetReport& target, const Units& units) {
+bool HasZone(const DatumTargetReport& target, const Units& units, bool hasFeature) {
   const std::string type = target.type.value_or("");
+  if (type == "area") return !hasFeature;
   if (!IsFinite(target.point1)) return false;
   if (type == "point") return true;
   if (type == "line") return IsFinite(target.point2);
@@ -174,18 +181,19 @@ void WriteDatumTargets(Xml& xml, Plan& plan) {
   for (const Item* item : targets) {
     const DatumTargetReport& target = *item->annotation->datumTarget;
     xml.OpenWithId("DatumTarget", item->id);
+    WriteHidden(xml, *item);
     xml.Leaf("DatumTargetLabel", Collapsed(target.label.value_or("")));
     if (item->feature != 0) xml.Reference("FeatureNominalId", item->feature);
     if (item->zone != 0) xml.Reference("TargetZoneId", item->zone);
     xml.Close();
     const bool hasSize = target.type == "circle" || target.type == "rectangle";
-    if (item->zone != 0 && !hasSize && target.note.value_or("") != "") {
+    if (!hasSize && target.note.value_or("") != "") {
       plan.omissions.Add("reduced", *item, "QIF has the sizes of circles and rectangles only");
     }
     // Without a zone a target is the area of its feature.
-    const bool isArea = target.type == "area" && item->feature != 0 && !target.point1;
+    const bool isArea = target.type == "area";
     const bool isUnknown = target.type.value_or("unknown") == "unknown" && item->feature == 0;
-    if (item->zone == 0 && !isArea && !isUnknown) {
+    if (isArea ? target.point1.has_value() : item->zone == 0 && !isUnknown) {
       plan.omissions.Add("lost", *item,
                          "QIF asks for more of where a target lies than the report tells");
     }

@@ -5,7 +5,8 @@
 
 namespace qif_writer {
 
-// Whether the report tells as much of where a datum target lies as a zone of QIF asks for.
-bool HasZone(const DatumTargetReport& target, const Units& units);
+// Whether a zone of QIF says where a datum target lies: the report tells as much as it asks for,
+// and the target is not simply its feature.
+bool HasZone(const DatumTargetReport& target, const Units& units, bool hasFeature);
 
 }  // namespace qif_writer

@@ -120,7 +120,8 @@ class DefinitionWriter {
   void WriteToleranceValue() {
     const double refinement = row_->refinement.value_or(0), rate1 = row_->rateUnit1.value_or(0);
     const double rate2 = row_->rateUnit2.value_or(0);
-    const bool hasUnit = rate1 != 0;
+    const bool areNumbers = std::isfinite(refinement + rate1 + rate2);
+    const bool hasUnit = areNumbers && rate1 != 0;
     const char* const perUnit = kind_.report == "straightness"   ? "ToleranceZonePerUnitLength"
                                 : kind_.report == "flatness"     ? "ToleranceZonePerUnitArea"
                                 : kind_.report == "circularity"  ? "ToleranceZonePerUnitArcLength"
@@ -129,6 +130,7 @@ class DefinitionWriter {
                                                                  : "ToleranceZonePerUnitLength";
     const bool standsAlone = hasUnit && refinement == 0 && perUnit != nullptr;
     if (!standsAlone) Quantity("ToleranceValue", "magnitude", *row_->magnitude);
+    if (!areNumbers) return Omit("lost", "its tolerance on a unit basis is no number");
     if (!hasUnit && refinement == 0) return;
     if (perUnit == nullptr || !hasUnit) {
       return Omit("lost", "QIF has no place for its tolerance on a unit basis");
@@ -205,7 +207,7 @@ class DefinitionWriter {
   void WriteSegments() {
     for (std::size_t i = 1; i < tolerance_.rows.size(); ++i) {
       Start(i);
-      if (i >= kind_.rows || !row_->magnitude) {
+      if (i >= kind_.rows || !std::isfinite(row_->magnitude.value_or(HUGE_VAL))) {
         Omit("lost", i < kind_.rows ? "a row of it has no value"
                                     : "QIF has no more rows for this kind of tolerance");
         continue;

@@ -29,8 +29,7 @@ void WriteValue(Xml& xml, Plan& plan, const Item& item, const char* name, const 
       text = IsDecimal(written->text) ? written->text : Decimal(*number);
       unit = written->unit;
     } else {
-      plan.omissions.Add("reduced", item,
-                         "its values stand in the report's unit, not in " + written->unit);
+      plan.OmitUnit(item, written->unit);
     }
   }
   const std::string& byDefault =
@@ -62,8 +61,19 @@ void WriteEntityIds(Xml& xml, const Plan& plan, const std::vector<std::size_t>& 
   }
 }
 
+void WriteHidden(Xml& xml, const Item& item) {
+  if (!item.annotation->hidden.value_or(false)) return;
+  xml.OpenList("Attributes", 1);
+  xml.Open("AttributeBool");
+  xml.Attribute("name", "pmi_report.hidden");
+  xml.Attribute("value", "true");
+  xml.Close();
+  xml.Close();
+}
+
 void WriteNominalStart(Xml& xml, Plan& plan, const Item& item) {
   const AnnotationReport& annotation = *item.annotation;
+  WriteHidden(xml, item);
   xml.Reference("CharacteristicDefinitionId", item.definition);
   if (item.feature != 0) {
     xml.OpenList("FeatureNominalIds", 1);
@@ -72,9 +82,7 @@ void WriteNominalStart(Xml& xml, Plan& plan, const Item& item) {
   }
   const std::string name = Collapsed(annotation.name.value_or(""));
   if (!name.empty()) xml.Leaf("Name", name);
-  if (name != annotation.name.value_or("")) {
-    plan.omissions.Add("reduced", item, "a name in QIF has single spaces only");
-  }
+  if (name != annotation.name.value_or("")) plan.ReduceName(item);
 }
 
 }  // namespace qif_writer

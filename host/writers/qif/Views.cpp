@@ -145,6 +145,8 @@ class ViewsWriter {
       xml_.Attribute("id", std::to_string(item.id));
       WriteMembers(capture);
       if (HasSection(item)) WriteActive("ZoneSectionId", item.section);
+      if (capture.clippingPlane && !HasSection(item))
+        Omit("lost", capture, "it is cut by no plane");
       if (item.camera != 0) {
         xml_.OpenList("CameraIds", 1);
         WriteActive("Id", item.camera);

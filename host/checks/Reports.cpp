@@ -143,7 +143,7 @@ std::string SayingOf(const Index& index, const AnnotationReport& annotation) {
     entities.push_back(*entity.id);
   }
   if (entities.empty() || !index.IsWhole(annotation.id)) return "";
-  for (const char* word : {"zone", "direction", "path"}) {
+  for (const char* word : {"zone", "direction", "path", "modifier"}) {
     if (index.IsReduced(annotation.id, word)) return "";
   }
   std::sort(entities.begin(), entities.end());

@@ -150,7 +150,7 @@ void CompositeSegments(const Index& index, Findings& findings) {
       const RowReport& lower = tolerance.rows[i];
       // Of equal values the one without a material condition is the tighter one.
       const bool isEqual = upper.magnitude == lower.magnitude &&
-                           HasMaterialCondition(upper) == HasMaterialCondition(lower);
+                           (!HasMaterialCondition(upper) || HasMaterialCondition(lower));
       if (CanCompare(upper, lower) && (*lower.magnitude > *upper.magnitude || isEqual)) {
         findings.Add(annotation, "row " + std::to_string(i + 1) + " has " +
                                      Drawn(*lower.magnitude) + " below " + Drawn(*upper.magnitude));

@@ -43,6 +43,7 @@ void AddRow(const RowReport& row, Saying& saying) {
   saying.Add(row.rateUnit1).Add(row.rateUnit2);
   AddModifiers(row.modifiers, saying);
   if (!row.frame) return;
+  saying.Add(row.frame->note);
   for (const ReferenceReport& reference : row.frame->references) {
     saying.Add(reference.label);
     for (const FrameDatumReport& datum : reference.datums) {

@@ -535,6 +535,27 @@ TEST_F(HostChecksProgram, OptionsChooseRulesAndErrorsGiveTheirExitCode) {
   EXPECT_EQ(Run(lost + " --check " + File("no.qif", "no")).code, 2);
 }
 
+// A callout that presents a part's annotation is no note of the assembly, and labels are the
+// part's.
+TEST_F(HostChecksProgram, APartThatIsPlacedTwiceIsAsSoundAsOnce) {
+  std::string assembly =
+      "#9000=PRODUCT_DEFINITION('','',$,$);#9001=SHAPE_REPRESENTATION('',(#28),#22);\n";
+  for (const std::string at : {"#901", "#902"}) {
+    assembly += at + "1=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#9000,#8,$);" + at +
+                "2=PRODUCT_DEFINITION_SHAPE('','',";
+    assembly += at + "1);" + at + "3=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(" + at + "4," + at +
+                "2);" + at + "4=(REPRESENTATION_RELATIONSHIP('','',#11,#9001)" +
+                "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(" + at +
+                "5)SHAPE_REPRESENTATION_RELATIONSHIP());" + at +
+                "5=ITEM_DEFINED_TRANSFORMATION('','',#28,#28);\n";
+  }
+  const std::string end = "ENDSEC;\nEND-ISO";
+  const std::string path = File("twice.stp", With(Read(STEP_MODEL), end, assembly + end));
+  const Outcome outcome = Run(path + " --check --ignore V3");
+  EXPECT_THAT(outcome.out, testing::HasSubstr("16 dimensions, 2 notes, 3 captures"));
+  EXPECT_THAT(outcome.out, testing::HasSubstr("Checked by 25 rules: nothing found"));
+}
+
 TEST_F(HostChecksProgram, DocumentOfTheRulesIsWhatTheProgramPrints) {
   const Outcome rules = Run("--rules no-such-model");
   EXPECT_EQ(rules.code, 0);

@@ -286,6 +286,8 @@ std::vector<Case> Cases() {
         Then(Adds("totalRunout", {RowOf(0.1, {"A"})}), Modified("maximumMaterialReciprocity")),
         Then(Adds("circularRunout", {RowOf(0.1, {"A"})}), Modified("maximumMaterial")),
         Then(Adds("lineProfile", {RowOf(0.1)}), Modified("maximumMaterial")),
+        Then(Adds("totalRunout", {RowOf(0.1, {"A"}), RowOf(0.1, {"A"})}),
+             DO(s.Get(5).tolerance->rows[1].modifiers = {{"maximumMaterial", {}}})),
         Then(Adds("surfaceProfile", {RowOf(0.1)}), Modified("maximumMaterial"))},
        {Then(Adds("circularity", {RowOf(0.1)}), Modified("freeState")),
         Then(Adds("flatness", {RowOf(0.1)}), Modified("maximumMaterial")),
@@ -303,11 +305,13 @@ std::vector<Case> Cases() {
         Adds("position", {RowOf(0.2, {"A"}), RowOf(0.1)}),
         Adds("parallelism", {RowOf(0.1, {"A"}), RowOf(0.2, {"B"})}),
         Then(Adds("position", {RowOf(0.1, {"A"})}), Then(Modified("maximumMaterial"), kSecondRow)),
+        Then(Adds("position", {RowOf(0, {"A"})}), Then(Modified("maximumMaterial"), kSecondRow)),
         Then(Adds("surfaceProfile", {RowOf(0.1, {"A"}), RowOf(0.1, {"A"})}),
              DO(s.Get(5).tolerance->rows[1].rateUnit1 = 25))}},
       {"T8",
        Joined(
-           {OfKinds("diametrical", {"flatness", "circularity", "cylindricity"}, {}),
+           {{Adds("flatness", {RowOf(0.2), RowOf(0.1, {}, round)})},
+            OfKinds("diametrical", {"flatness", "circularity", "cylindricity"}, {}),
             OfKinds("diametrical", {"surfaceProfile", "symmetry", "circularRunout", "totalRunout"},
                     {"A"}),
             OfKinds("spherical", {"straightness", "flatness", "circularity", "cylindricity"}, {}),
@@ -319,8 +323,11 @@ std::vector<Case> Cases() {
         Adds("position", {RowOf(0.1, {"A"}, "spherical")})}},
       {"T9",
        {Then(Adds("flatness", {RowOf(0.1)}), Refined(0.1)),
+        Then(Adds("flatness", {RowOf(0.1), RowOf(0.1)}),
+             DO(s.Get(5).tolerance->rows[1].refinement = 0.1)),
         Then(Adds("flatness", {RowOf(0.1)}), Refined(0.2))},
-       {Then(Adds("flatness", {RowOf(0.1)}), Refined(0.05))}},
+       {Then(Adds("flatness", {RowOf(0.1)}), Refined(0.05)),
+        Then(Adds("flatness", {RowOf(0.1)}), Then(Refined(2), DO(s.Row().magnitude.reset())))}},
       {"S1", {AddsSize("length", 10, DO(s.Get(5).entities.clear()))}, {AddsSize("length", 10)}},
       {"S2",
        {AddsSize("length", 10, DO(s.Dimension().upper = -0.2)),
@@ -378,6 +385,8 @@ std::vector<Case> Cases() {
         Twice(around, DO(s.Get(6).entities.pop_back())),
         Twice(around, DO(s.Get(6).tolerance->rows[0].frame = FrameOf({"B"}))),
         Twice(around, DO(s.Get(6).tolerance->rows[0].frame->note = "SIM REQT")),
+        Twice(around, DO(s.Get(6).tolerance->rows[0].frame->references[0].datums[0].modifiers =
+                             {{"maximumMaterial", {}}})),
         Twice(Adds("straightness", {RowOf(0.1)}, {"f5"})),
         Twice(Adds("lineProfile", {RowOf(0.1)})),
         Twice(Adds("position", {RowOf(0.1, {"A"})})),
@@ -467,8 +476,14 @@ TEST(HostChecks, FindingSaysWhatAndWhere) {
 TEST(HostChecks, LongListsAndRowsAreTold) {
   Sample sample;
   for (const char* id : {"a2", "a3", "a4", "a5", "a6"}) sample.Add(Datum(id, "A", {"f5"}));
-  sample.Add(Target("t1", "B1")).Add(Target("t4", "B4"));
+  sample.Add(Target("t1", "B1")).Add(Target("t9", "B9"));
   sample.Add(Tolerance("flat", "flatness", {RowOf(0.2), RowOf(0.1, {"A"})}, {"f5"}));
+  for (const char* how : {"plusMinus", "limits"}) {
+    sample.Add(Size(how, "length", 10, {how}));
+    DimensionReport& size = *sample.report.views[0].annotations.back().dimension;
+    size.tolerance = how;
+    size.upper = -0.2;
+  }
   std::vector<std::string> messages;
   const auto check = [&] {
     for (const FindingReport& each : checks::Check(sample.report).findings) {
@@ -479,10 +494,11 @@ TEST(HostChecks, LongListsAndRowsAreTold) {
   sample = {};
   sample.report.source.skipped = {{"lost", "Value", "abc", "abc", "no number"}};
   check();
-  EXPECT_THAT(messages,
-              testing::ElementsAre("A is the label of 6 datums: ids a, a2, a3, a4, a5 and 1 more",
-                                   "the targets of B go up to B4 without B2, B3",
-                                   "flatness with datums in row 2", "Value: no number"));
+  EXPECT_THAT(messages, testing::ElementsAre(
+                            "A is the label of 6 datums: ids a, a2, a3, a4, a5 and 1 more",
+                            "the targets of B go up to B9 without B2, B3, B4, B5, B6 and 2 more",
+                            "flatness with datums in row 2", "upper -0.2 is below lower -0.1",
+                            "upper 9.8 is below lower 9.9", "Value: no number"));
 }
 
 TEST(HostChecks, TimeGrowsWithTheReport) {

@@ -59,7 +59,7 @@ void DefinedTwice(const Index& index, Findings& findings) {
     std::vector<std::string> ids;
     for (const AnnotationReport* each : all) ids.push_back(IdOf(*each));
     findings.Add(*datum, label + " is the label of " + std::to_string(all.size()) +
-                             " datums: ids " + Listed(ids));
+                             " datums: ids " + Listed(ids, ids.size()));
   }
 }
 
@@ -123,7 +123,7 @@ void TwiceInFrame(const Index& index, Findings& findings) {
 }
 
 // Calls work with what may be a datum in a text that has a frame in it, "|A|B|", or tells of
-// datums: each word of one or two capitals.
+// datums: each of its words.
 template <typename Work>
 void ForNamedDatums(const std::string& text, Work work) {
   for (const char* mark : {"|", "atum", "ATUM"}) {
@@ -134,7 +134,7 @@ void ForNamedDatums(const std::string& text, Work work) {
         word += c;
         continue;
       }
-      if (!word.empty() && word.size() < 3) work(word);
+      work(word);
       word.clear();
     }
     return;
@@ -177,14 +177,16 @@ using Numbered = std::multimap<long, const AnnotationReport*>;
 void CheckNumbers(const std::string& letters, const Numbered& targets, bool isWhole,
                   Findings& findings) {
   if (targets.count(0) != 0) return;
-  std::vector<std::string> missing;
+  std::vector<std::string> missing;  // the first of them
+  long count = 0;
   long next = 1;
   for (const auto& [number, target] : targets) {
     if (number < next) {
       findings.Add(*target, "a second target is numbered " + letters + std::to_string(number));
     }
-    // A gap of more than a few is told by its first numbers.
-    for (; next < number && missing.size() < 6; ++next) {
+    // A gap may be wide.
+    count += std::max(number - next, 0L);
+    for (; next < number && missing.size() < kMostListed; ++next) {
       missing.push_back(letters + std::to_string(next));
     }
     next = number + 1;
@@ -192,7 +194,8 @@ void CheckNumbers(const std::string& letters, const Numbered& targets, bool isWh
   if (missing.empty() || !isWhole) return;
   const AnnotationReport& last = *targets.rbegin()->second;
   findings.Add(last, "the targets of " + letters + " go up to " + letters +
-                         std::to_string(targets.rbegin()->first) + " without " + Listed(missing));
+                         std::to_string(targets.rbegin()->first) + " without " +
+                         Listed(missing, static_cast<std::size_t>(count)));
 }
 
 void BadTargets(const Index& index, Findings& findings) {

@@ -397,6 +397,7 @@ std::vector<Case> Cases() {
         Twice(distance, Along(0, 5)),
         Twice(distance, Along(5, 1.8)),
         Twice(distance, DO(s.Get(6).dimension->value.reset())),
+        Twice(distance, Then(Along(5, 5), DO(s.Dimension().line = {{{0, 0}, {5, -5}}}))),
         Twice(distance, DO(s.Get(5).dimension->line.reset(), s.Get(6).dimension->line.reset())),
         Twice(around, DO(s.Get(6).tolerance->allAround = true)),
         Twice(DO(s.Add(Note("new", ""))), DO(s.Get(5).hidden = s.Get(6).hidden = true)),

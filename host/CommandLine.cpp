@@ -23,19 +23,23 @@ const std::map<std::string, text::By>& Groupings() {
   return groupings;
 }
 
-// Accepts "--kind 'datum, text'". A validator answers with its error.
-std::string Trim(std::string& item) {
-  CLI::detail::trim(item);
-  return item.empty() ? "an item of the list is empty" : "";
-}
-
-// Adds an option that takes items of a list, parted by commas.
+// Adds an option that takes items of a list, parted by commas and spaces.
 CLI::Option* AddList(CLI::App& app, const char* name, std::vector<std::string>& items,
                      const std::vector<std::string>& known, const char* description) {
-  return app.add_option(name, items, description)
-      ->transform(CLI::Validator(Trim, ""))
-      ->check(CLI::IsMember(known))
-      ->delimiter(',')
+  const CLI::IsMember isKnown(known);
+  const auto add = [&items, isKnown, name](const std::vector<std::string>& lists) {
+    for (const std::string& list : lists) {
+      for (std::string item : CLI::detail::split(list, ',')) {
+        CLI::detail::trim(item);
+        // A validator answers with its error.
+        const std::string error = item.empty() ? "an item of the list is empty" : isKnown(item);
+        if (!error.empty()) throw CLI::ValidationError(name, error);
+        items.push_back(item);
+      }
+    }
+  };
+  return app.add_option_function<std::vector<std::string>>(name, add, description)
+      ->type_name("LIST:" + isKnown.get_description())
       ->allow_extra_args(false);
 }
 

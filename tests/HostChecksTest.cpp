@@ -166,8 +166,26 @@ Change Skips(const char* id, const char* reason) {
     s.report.source.skipped.push_back({"reduced", "Display", id, id, reason});
   };
 }
-// Drawn upright.
-void Upright(Sample& s) { s.Get(6).dimension->line = {{{0, 0}, {0, 5}}}; }
+// What the reader says of a document of two parts.
+void TwoComponents(Sample& s) {
+  s.report.source.skipped.push_back({"ignored", "Component", "1", "", "the model is one part"});
+  s.report.source.skipped.push_back(s.report.source.skipped.back());
+}
+// Draws the second new dimension along this line.
+Change Along(double x, double y) {
+  return [=](Sample& s) { s.Get(6).dimension->line = {{{0, 0}, {x, y}}}; };
+}
+// A text at each place around a frame.
+std::vector<Change> WithNotes(const Change& adds) {
+  std::vector<Change> changes;
+  for (Text ToleranceNotesReport::*place :
+       {&ToleranceNotesReport::before, &ToleranceNotesReport::after, &ToleranceNotesReport::upper,
+        &ToleranceNotesReport::lower, &ToleranceNotesReport::prefix,
+        &ToleranceNotesReport::suffix}) {
+    changes.push_back(Then(adds, [=](Sample& s) { s.Get(5).tolerance->notes.*place = "4X"; }));
+  }
+  return changes;
+}
 Change Targets(std::vector<const char*> labels) {
   return [=](Sample& s) {
     for (const char* label : labels) s.Add(Target(label, label));
@@ -191,10 +209,12 @@ std::vector<Case> Cases() {
       {"D1",
        {DO(s.Add(Datum("new", "A", {"f5"})))},
        {Then(DO(s.Add(Datum("#1/#2", "A", {"f5"}))),
-             DO(s.Add(Tolerance("#1/#3", "parallelism", {RowOf(1, {"A"})}, {"f6"}))))}},
+             DO(s.Add(Tolerance("#1/#3", "parallelism", {RowOf(1, {"A"})}, {"f6"})))),
+        Then(DO(s.Add(Datum("new", "A", {"f5"}))), TwoComponents)}},
       {"D2",
        {Adds("parallelism", {RowOf(0.1, {"Q"})}), Adds("parallelism", {RowOf(0.1, {"A-Q"})}),
         Adds("parallelism", {RowOf(0.1, {"Q"}), RowOf(0.1, {"Q"})}),
+        Then(Adds("parallelism", {RowOf(0.1, {"Q"})}), DO(s.Add(Target("#1/2", "Q1")))),
         DO(s.Add(Tolerance("#1/#2", "parallelism", {RowOf(1, {"A"})}, {"f5"})))},
        {Adds("parallelism", {RowOf(0.1, {"A-B"})}),
         Then(Adds("parallelism", {RowOf(0.1, {"Q"})}),
@@ -203,26 +223,42 @@ std::vector<Case> Cases() {
              Then(DO(s.Row().frame->references[0] = {"D1", {}}),
                   DO(s.Add(Datum("d", "D1", {"f1"}))))),
         Then(Adds("parallelism", {RowOf(0.1, {"Q"})}),
-             DO(s.Row().frame->references[0] = {"A-B", {}}))}},
+             DO(s.Row().frame->references[0] = {"A-B", {}})),
+        Then(Adds("parallelism", {RowOf(0.1, {"Q"})}), Targets({"Q1"}))}},
       {"D3", {DO(s.Get(0).entities.clear())}, {DO(s.Get(0) = Datum("a", "A", {}, {"A1"}))}},
       {"D4",
        {Adds("position", {RowOf(0.1, {"A", "B", "A"})})},
        {Adds("position", {RowOf(0.1, {"A-A", "A-B"})}),
+        Then(Adds("position", {RowOf(0.1, {"A", "B"})}),
+             DO(auto& references = s.Row().frame->references;
+                references[0] = references[1] = {{}, {{{}, "", {}}}})),
         Adds("parallelism", {RowOf(0.2, {"A"}), RowOf(0.1, {"A"})}),
         Then(Adds("position", {RowOf(0.1, {"A", "A"})}),
              DO(s.Row().frame->references[1].datums[0].modifiers = {{"point", {}}}))}},
       {"D5",
-       {DO(s.Add(Datum("new", "D", {"f5"})))},
-       {Then(Adds("parallelism", {RowOf(0.1, {"A-D"})}), DO(s.Add(Datum("d", "D", {"f5"}))))}},
+       {DO(s.Add(Datum("new", "D", {"f5"}))),
+        DO(s.Add(Datum("new", "D", {"f5"})).Add(Note("note", "D FITS"))),
+        DO(s.Add(Datum("new", "D", {"f5"})).Add(Note("note", "DATUMS ARE AS DRAWN"))),
+        DO(s.Add(Datum("new", "D", {"f5"})).Add(Note("#1/note", "DATUM D")))},
+       {DO(s.Add(Datum("new", "D", {"f5"})).Add(Note("note", "⌓|.06|A|D ALL OVER"))),
+        DO(s.Add(Datum("new", "D", {"f5"})).Add(Note("note", "Datums A, D."))),
+        Then(Adds("parallelism", {RowOf(0.1, {"A-D"})}), DO(s.Add(Datum("d", "D", {"f5"})))),
+        Then(Adds("parallelism", {RowOf(0.1, {"D"})}),
+             DO(s.Row().frame->references[0] = {{}, {{"d", {}, {}}}};
+                s.Add(Datum("d", "D", {"f5"}))))}},
       {"D6",
        {Targets({"A1", "A3"}), Targets({"A2"}), Targets({"A1", "A1"}),
         Then(Targets({"A1"}), DO(s.Get(5).entities.clear()))},
-       {Targets({"A2", "A1"}), Targets({"A1", "Ax"}),
+       {Targets({"A2", "A1"}), Targets({"A1", "Ax"}), Then(Targets({"A1", "A1"}), TwoComponents),
         Then(Targets({"A1"}),
              DO(s.Get(5).entities.clear(), s.Get(5).datumTarget->point1 = {1, 2, 3}))}},
-      {"T1", {Adds("flatness", {RowOf(0.1)}, {})}, {Adds("flatness", {RowOf(0.1)})}},
+      {"T1",
+       {Adds("flatness", {RowOf(0.1)}, {})},
+       {Adds("flatness", {RowOf(0.1)}), Then(Adds("surfaceProfile", {RowOf(1)}, {}),
+                                             DO(s.Get(5).tolerance->notes.lower = "ALL OVER"))}},
       {"T2",
        {Adds("flatness", {RowOf(0)}), Adds("flatness", {RowOf(-0.1)}),
+        Adds("parallelism", {RowOf(0.1, {"A"}), RowOf(0, {"A"})}),
         Then(Adds("flatness", {RowOf(-0.1)}), Modified("leastMaterial"))},
        {Then(Adds("surfaceProfile", {RowOf(0)}), Skips("new", "the zone is not uniform")),
         Then(Adds("perpendicularity", {RowOf(0, {"A"}, round)}), Modified("maximumMaterial")),
@@ -241,15 +277,17 @@ std::vector<Case> Cases() {
         Then(Adds("angularity", {RowOf(0.1)}), DO(s.Row().frame = {"A", {}}))}},
       {"T5",
        {Adds("position", {RowOf(0.1)})},
-       {Adds("position", {RowOf(0.1)}, {"f5", "f6"}),
-        Then(Adds("position", {RowOf(0.1)}), Modified("commonZone")),
-        Then(Adds("position", {RowOf(0.1)}), DO(s.Get(5).tolerance->notes.upper = "4X"))}},
+       Joined({WithNotes(Adds("position", {RowOf(0.1)})),
+               {Adds("position", {RowOf(0.1)}, {"f5", "f6"}),
+                Then(Adds("position", {RowOf(0.1)}), Modified("commonZone"))}})},
       {"T6",
        {Then(Adds("circularity", {RowOf(0.1)}), Modified("maximumMaterial")),
         Then(Adds("cylindricity", {RowOf(0.1)}), Modified("leastMaterial")),
         Then(Adds("totalRunout", {RowOf(0.1, {"A"})}), Modified("maximumMaterialReciprocity")),
         Then(Adds("circularRunout", {RowOf(0.1, {"A"})}), Modified("maximumMaterial")),
         Then(Adds("lineProfile", {RowOf(0.1)}), Modified("maximumMaterial")),
+        Then(Adds("totalRunout", {RowOf(0.1, {"A"}), RowOf(0.1, {"A"})}),
+             DO(s.Get(5).tolerance->rows[1].modifiers = {{"maximumMaterial", {}}})),
         Then(Adds("surfaceProfile", {RowOf(0.1)}), Modified("maximumMaterial"))},
        {Then(Adds("circularity", {RowOf(0.1)}), Modified("freeState")),
         Then(Adds("flatness", {RowOf(0.1)}), Modified("maximumMaterial")),
@@ -259,16 +297,21 @@ std::vector<Case> Cases() {
        {Adds("position", {RowOf(0.1, {"A", "B"}), RowOf(0.2, {"A"})}),
         Adds("lineProfile", {RowOf(0.1, {"A"}), RowOf(0.1, {"A"})}),
         Adds("surfaceProfile", {RowOf(0.2, {"A", "B"}), RowOf(0.1, {"B"})}),
-        Adds("position", {RowOf(0.2, {"A"}), RowOf(0.1, {"A", "B"})})},
+        Adds("position", {RowOf(0.2, {"A"}), RowOf(0.1, {"A", "B"})}),
+        Adds("position", {RowOf(0.3, {"A"}), RowOf(0.2, {"A"}), RowOf(0.2, {"A"})}),
+        Then(Adds("position", {RowOf(0.1, {"A"}), RowOf(0.1, {"A"})}),
+             DO(s.Get(5).tolerance->rows[1].modifiers = {{"maximumMaterial", {}}}))},
        {Adds("position", {RowOf(0.2, {"A", "B-C"}), RowOf(0.1, {"A", "C-B"})}),
         Adds("position", {RowOf(0.2, {"A"}), RowOf(0.1)}),
         Adds("parallelism", {RowOf(0.1, {"A"}), RowOf(0.2, {"B"})}),
         Then(Adds("position", {RowOf(0.1, {"A"})}), Then(Modified("maximumMaterial"), kSecondRow)),
+        Then(Adds("position", {RowOf(0, {"A"})}), Then(Modified("maximumMaterial"), kSecondRow)),
         Then(Adds("surfaceProfile", {RowOf(0.1, {"A"}), RowOf(0.1, {"A"})}),
              DO(s.Get(5).tolerance->rows[1].rateUnit1 = 25))}},
       {"T8",
        Joined(
-           {OfKinds("diametrical", {"flatness", "circularity", "cylindricity"}, {}),
+           {{Adds("flatness", {RowOf(0.2), RowOf(0.1, {}, round)})},
+            OfKinds("diametrical", {"flatness", "circularity", "cylindricity"}, {}),
             OfKinds("diametrical", {"surfaceProfile", "symmetry", "circularRunout", "totalRunout"},
                     {"A"}),
             OfKinds("spherical", {"straightness", "flatness", "circularity", "cylindricity"}, {}),
@@ -280,17 +323,22 @@ std::vector<Case> Cases() {
         Adds("position", {RowOf(0.1, {"A"}, "spherical")})}},
       {"T9",
        {Then(Adds("flatness", {RowOf(0.1)}), Refined(0.1)),
+        Then(Adds("flatness", {RowOf(0.1), RowOf(0.1)}),
+             DO(s.Get(5).tolerance->rows[1].refinement = 0.1)),
         Then(Adds("flatness", {RowOf(0.1)}), Refined(0.2))},
-       {Then(Adds("flatness", {RowOf(0.1)}), Refined(0.05))}},
+       {Then(Adds("flatness", {RowOf(0.1)}), Refined(0.05)),
+        Then(Adds("flatness", {RowOf(0.1)}), Then(Refined(2), DO(s.Row().magnitude.reset())))}},
       {"S1", {AddsSize("length", 10, DO(s.Get(5).entities.clear()))}, {AddsSize("length", 10)}},
       {"S2",
-       {AddsSize("length", 10, DO(s.Dimension().upper = -0.2))},
+       {AddsSize("length", 10, DO(s.Dimension().upper = -0.2)),
+        AddsSize("length", 10, DO(s.Dimension().upper = -0.2, s.Get(5).id.reset()))},
        {AddsSize("length", 10, DO(s.Dimension().upper = -0.1)),
         AddsSize("length", 10,
                  Then(DO(s.Dimension().upper = -0.2), Skips("new", "MinValue is not stated")))}},
       {"S3",
        {AddsSize("length", 0), AddsSize("radius", -1)},
-       {AddsSize("distance", 0), AddsSize("angle", -1), AddsSize("width", 0.01)}},
+       {AddsSize("distance", 0), AddsSize("angle", -1), AddsSize("width", 0.01),
+        AddsSize("radius", 0, DO(s.Dimension().lower = 0))}},
       {"S4",
        {AddsSize("length", 10, DO(s.Dimension().tolerance = "none")),
         AddsSize("length", 10,
@@ -303,18 +351,25 @@ std::vector<Case> Cases() {
                  DO(s.Dimension().tolerance = "none", s.Dimension().texts.suffix = "h11")),
         AddsSize("length", 10, DO(s.Dimension().tolerance = "none", s.Dimension().value.reset()))}},
       {"R1",
-       {DO(s.Add(Texture("MILLED")))},
-       {DO(s.Add(Texture("Ra 1.6"))),
+       {DO(s.Add(Texture("MILLED"))), DO(s.Add(Texture("M")))},
+       {DO(s.Add(Texture("Ra 1.6"))), DO(s.Add(Texture("z"))),
         DO(s.Add(Texture("")).Get(5).roughness->obtention = "machiningForbidden")}},
       {"V1",
        {DO(s.View(4))},
        {DO(s.View(4).Get(4).hidden = true), DO(s.View(4).report.captures[0].members[0].id.reset()),
         Then(AddsSize("depth", 5),
              DO(s.View(5).Get(4).dimension->callouts = {{"new", {}, {}, {}}}))}},
-      {"V2", {DO(s.View(0))}, {DO(s.View(0).report.captures[0].memberCount = 1)}},
+      {"V2",
+       {DO(s.View(0))},
+       {DO(s.View(0).report.captures[0].memberCount = 1),
+        DO(s.View(0).report.captures[0].camera.emplace()),
+        DO(s.View(0).report.captures[0].clippingPlane.emplace()),
+        Then(DO(s.View(0)), Skips("view", "its camera has no direction"))}},
       {"V3",
        {InUnplacedView(Make("unknown", "new"))},
-       {DO(s.report.views[0].frame.reset()),
+       {Then(InUnplacedView(Size("new", "depth", 5, {"f5"})),
+             DO(s.Get(4).dimension->callouts = {{"new", {}, {}, {}}})),
+        DO(s.report.views[0].frame.reset()),
         Then(Adds("parallelism", {RowOf(0.1, {"D"})}), InUnplacedView(Datum("d", "D", {}, {"D1"}))),
         Then(InUnplacedView(Make("unknown", "new")), Skips("new", "it has no plane"))}},
       {"N1",
@@ -322,16 +377,30 @@ std::vector<Case> Cases() {
        {DO(s.Add(Note("new", "BREAK EDGES"))), DO(s.Add(Note("new", "")).Get(5).hidden = true)}},
       {"C1",
        {Twice(around), Twice(around, DO(std::swap(s.Get(6).entities[0], s.Get(6).entities[1]))),
-        Twice(distance), Twice(paint), Twice(AddsSize("diameter", 5), Upright),
+        Twice(distance), Twice(paint), Twice(AddsSize("diameter", 5), Along(0, 5)),
+        Twice(distance, Along(9, 0)), Twice(distance, Along(-5, 0)),
+        Twice(distance, Then(Along(0, 5), DO(s.Dimension().line = s.Get(6).dimension->line))),
         Twice(Adds("perpendicularity", {RowOf(0.1, {"A"})}, {"f5"}))},
        {Twice(around, DO(s.Get(6).tolerance->rows[0].magnitude = 0.2)),
         Twice(around, DO(s.Get(6).entities.pop_back())),
         Twice(around, DO(s.Get(6).tolerance->rows[0].frame = FrameOf({"B"}))),
-        Twice(Adds("straightness", {RowOf(0.1)}, {"f5"})), Twice(Adds("lineProfile", {RowOf(0.1)})),
-        Twice(Adds("position", {RowOf(0.1, {"A"})})), Twice(Adds("symmetry", {RowOf(0.1, {"A"})})),
+        Twice(around, DO(s.Get(6).tolerance->rows[0].frame->note = "SIM REQT")),
+        Twice(around, DO(s.Get(6).tolerance->rows[0].frame->references[0].datums[0].modifiers =
+                             {{"maximumMaterial", {}}})),
+        Twice(Adds("straightness", {RowOf(0.1)}, {"f5"})),
+        Twice(Adds("lineProfile", {RowOf(0.1)})),
+        Twice(Adds("position", {RowOf(0.1, {"A"})})),
+        Twice(Adds("symmetry", {RowOf(0.1, {"A"})})),
         Twice(Adds("angularity", {RowOf(0.1, {"A"})}, {"f5", "f6"})),
         Twice(Adds("perpendicularity", {RowOf(0.1, {"A"})}, {"f5", "f6"})),
-        Twice(Adds("parallelism", {RowOf(0.1, {"A"})}, {"f5", "f6"})), Twice(distance, Upright),
+        Twice(Adds("parallelism", {RowOf(0.1, {"A"})}, {"f5", "f6"})),
+        Twice(distance, Along(0, 5)),
+        Twice(distance, Along(5, 1.8)),
+        Twice(distance, DO(s.Get(6).dimension->value.reset())),
+        Twice(distance, Then(Along(5, 5), DO(s.Dimension().line = {{{0, 0}, {5, -5}}}))),
+        Twice(distance, DO(s.Get(5).dimension->line.reset(), s.Get(6).dimension->line.reset())),
+        Twice(around, DO(s.Get(6).tolerance->allAround = true)),
+        Twice(DO(s.Add(Note("new", ""))), DO(s.Get(5).hidden = s.Get(6).hidden = true)),
         Twice(distance, DO(s.Get(6).dimension->line.reset())),
         Twice(paint, DO(s.Get(6).entities[0].id.reset())),
         Twice(paint, DO(s.Get(5).entities[0].kind = s.Get(6).entities[0].kind = "body")),
@@ -405,6 +474,34 @@ TEST(HostChecks, FindingSaysWhatAndWhere) {
             "3 errors found, the first: T7 \"name of new\" id new: row 2 has 0.5 below 0.25");
 }
 
+TEST(HostChecks, LongListsAndRowsAreTold) {
+  Sample sample;
+  for (const char* id : {"a2", "a3", "a4", "a5", "a6"}) sample.Add(Datum(id, "A", {"f5"}));
+  sample.Add(Target("t1", "B1")).Add(Target("t9", "B9"));
+  sample.Add(Tolerance("flat", "flatness", {RowOf(0.2), RowOf(0.1, {"A"})}, {"f5"}));
+  for (const char* how : {"plusMinus", "limits"}) {
+    sample.Add(Size(how, "length", 10, {how}));
+    DimensionReport& size = *sample.report.views[0].annotations.back().dimension;
+    size.tolerance = how;
+    size.upper = -0.2;
+  }
+  std::vector<std::string> messages;
+  const auto check = [&] {
+    for (const FindingReport& each : checks::Check(sample.report).findings) {
+      messages.push_back(each.message);
+    }
+  };
+  check();
+  sample = {};
+  sample.report.source.skipped = {{"lost", "Value", "abc", "abc", "no number"}};
+  check();
+  EXPECT_THAT(messages, testing::ElementsAre(
+                            "A is the label of 6 datums: ids a, a2, a3, a4, a5 and 1 more",
+                            "the targets of B go up to B9 without B2, B3, B4, B5, B6 and 2 more",
+                            "flatness with datums in row 2", "upper -0.2 is below lower -0.1",
+                            "upper 9.8 is below lower 9.9", "Value: no number"));
+}
+
 TEST(HostChecks, TimeGrowsWithTheReport) {
   Sample sample;
   for (int i = 0; i < 32000; ++i) {
@@ -453,6 +550,27 @@ TEST_F(HostChecksProgram, OptionsChooseRulesAndErrorsGiveTheirExitCode) {
   EXPECT_EQ(Run(lost + " --check --ignore L1").code, 4);
   EXPECT_EQ(Run(lost + " --check").code, 5);
   EXPECT_EQ(Run(lost + " --check " + File("no.qif", "no")).code, 2);
+}
+
+// A callout that presents a part's annotation is no note of the assembly, and labels are the
+// part's.
+TEST_F(HostChecksProgram, APartThatIsPlacedTwiceIsAsSoundAsOnce) {
+  std::string assembly =
+      "#9000=PRODUCT_DEFINITION('','',$,$);#9001=SHAPE_REPRESENTATION('',(#28),#22);\n";
+  for (const std::string at : {"#901", "#902"}) {
+    assembly += at + "1=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#9000,#8,$);" + at +
+                "2=PRODUCT_DEFINITION_SHAPE('','',";
+    assembly += at + "1);" + at + "3=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(" + at + "4," + at +
+                "2);" + at + "4=(REPRESENTATION_RELATIONSHIP('','',#11,#9001)" +
+                "REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(" + at +
+                "5)SHAPE_REPRESENTATION_RELATIONSHIP());" + at +
+                "5=ITEM_DEFINED_TRANSFORMATION('','',#28,#28);\n";
+  }
+  const std::string end = "ENDSEC;\nEND-ISO";
+  const std::string path = File("twice.stp", With(Read(STEP_MODEL), end, assembly + end));
+  const Outcome outcome = Run(path + " --check --ignore V3");
+  EXPECT_THAT(outcome.out, testing::HasSubstr("16 dimensions, 2 notes, 3 captures"));
+  EXPECT_THAT(outcome.out, testing::HasSubstr("Checked by 25 rules: nothing found"));
 }
 
 TEST_F(HostChecksProgram, DocumentOfTheRulesIsWhatTheProgramPrints) {

@@ -69,6 +69,7 @@ TEST_F(HostCommand, ArgumentsHaveTheirExitCodesAndMessages) {
        ": no capture \"nope\"; the model has \"All annotations\" (id 551), \"Section A-A\" (id "
        "552)\n"},
       {"--capture nope " + nothing_, 2, "", ": no capture \"nope\"; the model has none\n"},
+      {"--kind ,", 105, "", "--kind: an item of the list is empty"},
       {"--kind datum,datums", 105, "", "datums not in {datum,datumTarget,geometricTolerance,"},
       {"--by size", 105, "", "size not in {kind,view,face,capture}"},
       {"''", 105, "", "the name of a file is empty"},

@@ -81,13 +81,12 @@ std::string Drawn(double number) {
   return text;
 }
 
-std::string Listed(const std::vector<std::string>& items) {
-  constexpr std::size_t kMost = 5;
+std::string Listed(const std::vector<std::string>& items, std::size_t count) {
   std::string list;
-  for (std::size_t i = 0; i < std::min(items.size(), kMost); ++i) {
+  for (std::size_t i = 0; i < std::min(items.size(), kMostListed); ++i) {
     list += (i == 0 ? "" : ", ") + items[i];
   }
-  if (items.size() > kMost) list += " and " + std::to_string(items.size() - kMost) + " more";
+  if (count > kMostListed) list += " and " + std::to_string(count - kMostListed) + " more";
   return list;
 }
 

@@ -32,6 +32,13 @@ std::string LettersOf(const std::string& label) {
   return {label.begin(), end};
 }
 
+// A datum's letters, with the component that it is of.
+using Label = std::pair<std::string, std::string>;
+
+Label LabelOf(const AnnotationReport& target) {
+  return {ComponentOf(target.id), LettersOf(target.datumTarget->label.value_or(""))};
+}
+
 // The letters of a common datum: "A" and "B" of "A-B".
 std::vector<std::string> LettersIn(const std::string& label) {
   std::vector<std::string> letters;
@@ -44,6 +51,7 @@ std::vector<std::string> LettersIn(const std::string& label) {
 }
 
 void DefinedTwice(const Index& index, Findings& findings) {
+  if (!index.IsOnePart()) return;
   for (const AnnotationReport* datum : index.OfKind("datum")) {
     const std::string label = datum->datum->label.value_or("");
     const Index::Annotations& all = index.Datums(datum->id, label);
@@ -51,16 +59,21 @@ void DefinedTwice(const Index& index, Findings& findings) {
     std::vector<std::string> ids;
     for (const AnnotationReport* each : all) ids.push_back(IdOf(*each));
     findings.Add(*datum, label + " is the label of " + std::to_string(all.size()) +
-                             " datums: ids " + Listed(ids));
+                             " datums: ids " + Listed(ids, ids.size()));
   }
 }
 
 void NotDefined(const Index& index, Findings& findings) {
+  std::set<Label> byTargets;
+  for (const AnnotationReport* target : index.OfKind("datumTarget")) {
+    byTargets.insert(LabelOf(*target));
+  }
   std::set<std::pair<const AnnotationReport*, std::string>> told;
   const auto require = [&](const AnnotationReport& tolerance, const std::string& label) {
     if (label.empty() || !index.Datums(tolerance.id, label).empty()) return;
     for (const std::string& letters : LettersIn(label)) {
       if (letters.empty() || !index.Datums(tolerance.id, letters).empty()) continue;
+      if (byTargets.count({ComponentOf(tolerance.id), letters}) != 0) continue;
       if (!told.emplace(&tolerance, letters).second) continue;
       findings.Add(tolerance, "refers to datum " + letters + ", which nothing defines");
     }
@@ -109,10 +122,29 @@ void TwiceInFrame(const Index& index, Findings& findings) {
   }
 }
 
+// Calls work with what may be a datum in a text that has a frame in it, "|A|B|", or tells of
+// datums: each of its words.
+template <typename Work>
+void ForNamedDatums(const std::string& text, Work work) {
+  for (const char* mark : {"|", "atum", "ATUM"}) {
+    if (text.find(mark) == std::string::npos) continue;
+    std::string word;
+    for (const char c : text + " ") {
+      if (std::isalnum(static_cast<unsigned char>(c)) != 0) {
+        word += c;
+        continue;
+      }
+      work(word);
+      word.clear();
+    }
+    return;
+  }
+}
+
 void NotUsed(const Index& index, Findings& findings) {
   // What was lost may refer to any datum.
   if (!index.LostNothing()) return;
-  std::set<std::pair<std::string, std::string>> labels;  // with their components
+  std::set<Label> labels;
   std::set<const AnnotationReport*> used;
   ForReferences(index, [&](const AnnotationReport& tolerance, const ReferenceReport& reference) {
     const std::string component = ComponentOf(tolerance.id);
@@ -125,6 +157,13 @@ void NotUsed(const Index& index, Findings& findings) {
       labels.emplace(component, datum.label.value_or(""));
     }
   });
+  for (const AnnotationReport* annotation : index.All()) {
+    const std::string component = ComponentOf(annotation->id);
+    for (const TextReport& text : annotation->texts) {
+      ForNamedDatums(text.string.value_or(""),
+                     [&](const std::string& word) { labels.emplace(component, word); });
+    }
+  }
   for (const AnnotationReport* datum : index.OfKind("datum")) {
     const std::string label = datum->datum->label.value_or("");
     if (used.count(datum) != 0 || labels.count({ComponentOf(datum->id), label}) != 0) continue;
@@ -138,14 +177,16 @@ using Numbered = std::multimap<long, const AnnotationReport*>;
 void CheckNumbers(const std::string& letters, const Numbered& targets, bool isWhole,
                   Findings& findings) {
   if (targets.count(0) != 0) return;
-  std::vector<std::string> missing;
+  std::vector<std::string> missing;  // the first of them
+  long count = 0;
   long next = 1;
   for (const auto& [number, target] : targets) {
     if (number < next) {
       findings.Add(*target, "a second target is numbered " + letters + std::to_string(number));
     }
-    // A gap of more than a few is told by its first numbers.
-    for (; next < number && missing.size() < 6; ++next) {
+    // A gap may be wide.
+    count += std::max(number - next, 0L);
+    for (; next < number && missing.size() < kMostListed; ++next) {
       missing.push_back(letters + std::to_string(next));
     }
     next = number + 1;
@@ -153,23 +194,25 @@ void CheckNumbers(const std::string& letters, const Numbered& targets, bool isWh
   if (missing.empty() || !isWhole) return;
   const AnnotationReport& last = *targets.rbegin()->second;
   findings.Add(last, "the targets of " + letters + " go up to " + letters +
-                         std::to_string(targets.rbegin()->first) + " without " + Listed(missing));
+                         std::to_string(targets.rbegin()->first) + " without " +
+                         Listed(missing, static_cast<std::size_t>(count)));
 }
 
 void BadTargets(const Index& index, Findings& findings) {
-  std::map<std::pair<std::string, std::string>, Numbered> datums;
+  std::map<Label, Numbered> datums;
   for (const AnnotationReport* target : index.OfKind("datumTarget")) {
     const std::string label = target->datumTarget->label.value_or("");
-    const std::string letters = LettersOf(label);
-    const std::string digits = label.substr(letters.size());
+    const Label letters = LabelOf(*target);
+    const std::string digits = label.substr(letters.second.size());
     const bool isNumber = !digits.empty() && digits.size() < 10 &&
                           digits.find_first_not_of("0123456789") == std::string::npos;
-    datums[{ComponentOf(target->id), letters}].emplace(isNumber ? std::stol(digits) : 0, target);
+    datums[letters].emplace(isNumber ? std::stol(digits) : 0, target);
     const bool isPlaced = target->datumTarget->point1 || target->datumTarget->point2;
     if (target->entities.empty() && !isPlaced && index.IsWhole(target->id)) {
       findings.Add(*target, label + " is on no geometry and has no place");
     }
   }
+  if (!index.IsOnePart()) return;
   for (const auto& [key, targets] : datums) {
     CheckNumbers(key.second, targets, index.LostNothing(), findings);
   }
@@ -196,7 +239,9 @@ std::vector<Rule> DatumRules() {
        "position to A, B-C; the common datum A-A of a pattern", TwiceInFrame},
       {"D5", "note", "a datum that nothing refers to", "ASME Y14.5-2018, section 7; ISO 5459",
        "remove the datum, or refer to it where it is meant", "datum C, and frames of A and B only",
-       "datum C that one frame refers to as A-C", NotUsed},
+       "datum C that one frame refers to as A-C; datum C in the note \"PROFILE 1 |A|B|C| ALL "
+       "OVER\"",
+       NotUsed},
       {"D6", "warning", "datum targets numbered with gaps or twice, or a target on no geometry",
        "ASME Y14.5-2018, section 7; ISO 5459",
        "number the targets of a datum from 1 on, and give each its point, line or area",

@@ -30,6 +30,7 @@ Index::Index(const ModelReport& report) : report_(report) {
   std::unordered_set<std::string> captures;
   for (const CaptureReport& capture : report.captures) captures.insert(capture.id.value_or(""));
   for (const SkippedReport& skipped : report.source.skipped) {
+    if (skipped.kind == "Component") components_ += skipped.count;
     const bool isLost = skipped.severity == "lost";
     const std::string& id = skipped.annotation.empty() ? skipped.id : skipped.annotation;
     if (isLost && skipped.annotation.empty() && Find(id) == nullptr && captures.count(id) == 0) {

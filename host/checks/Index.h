@@ -35,6 +35,9 @@ class Index {
   // that what is absent is not stated. False for all while the reader lost something and does not
   // say of which annotation.
   bool IsWhole(const Text& id) const;
+  // Whether a label can mean one datum alone: not where the document has several parts that the
+  // report does not tell apart.
+  bool IsOnePart() const { return components_ < 2; }
   bool LostNothing() const { return lost_.empty() && !lostElsewhere_; }
   // Whether the reader left out a part of the annotation and says so with this word, in the part's
   // name or in the reason.
@@ -50,6 +53,7 @@ class Index {
   std::unordered_set<std::string> lost_;  // ids
   std::unordered_multimap<std::string, const SkippedReport*> reduced_;
   bool lostElsewhere_ = false;
+  long components_ = 0;  // that the reader joined into one part
 };
 
 // The component of an assembly that an annotation is of: what its id begins with, up to the last

@@ -43,6 +43,7 @@ void AddRow(const RowReport& row, Saying& saying) {
   saying.Add(row.rateUnit1).Add(row.rateUnit2);
   AddModifiers(row.modifiers, saying);
   if (!row.frame) return;
+  saying.Add(row.frame->note);
   for (const ReferenceReport& reference : row.frame->references) {
     saying.Add(reference.label);
     for (const FrameDatumReport& datum : reference.datums) {
@@ -143,7 +144,7 @@ std::string SayingOf(const Index& index, const AnnotationReport& annotation) {
     entities.push_back(*entity.id);
   }
   if (entities.empty() || !index.IsWhole(annotation.id)) return "";
-  for (const char* word : {"zone", "direction", "path"}) {
+  for (const char* word : {"zone", "direction", "path", "modifier"}) {
     if (index.IsReduced(annotation.id, word)) return "";
   }
   std::sort(entities.begin(), entities.end());

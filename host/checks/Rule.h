@@ -48,7 +48,9 @@ std::vector<Rule> ReportRules();
 // Such as "0.15", in as few digits as tell the number.
 std::string Drawn(double number);
 
-// The first five of a list, such as "A, B", and how many more there are.
-std::string Listed(const std::vector<std::string>& items);
+// The first of a list of so many, such as "A, B", and how many more there are.
+// REQUIRES: items are all of them, or the first kMostListed.
+inline constexpr std::size_t kMostListed = 5;
+std::string Listed(const std::vector<std::string>& items, std::size_t count);
 
 }  // namespace checks

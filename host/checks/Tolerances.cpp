@@ -40,6 +40,8 @@ bool HasMaterialCondition(const RowReport& row) {
 void OnNothing(const Index& index, Findings& findings) {
   ForTolerances(index, [&](const AnnotationReport& annotation, const ToleranceReport& tolerance) {
     if (!annotation.entities.empty() || !index.IsWhole(annotation.id)) return;
+    // It is on the whole part.
+    if (tolerance.notes.lower.value_or("").find("ALL OVER") != std::string::npos) return;
     findings.Add(annotation, tolerance.type.value_or("tolerance") + " on no geometry");
   });
 }
@@ -150,7 +152,7 @@ void CompositeSegments(const Index& index, Findings& findings) {
       const RowReport& lower = tolerance.rows[i];
       // Of equal values the one without a material condition is the tighter one.
       const bool isEqual = upper.magnitude == lower.magnitude &&
-                           HasMaterialCondition(upper) == HasMaterialCondition(lower);
+                           (!HasMaterialCondition(upper) || HasMaterialCondition(lower));
       if (CanCompare(upper, lower) && (*lower.magnitude > *upper.magnitude || isEqual)) {
         findings.Add(annotation, "row " + std::to_string(i + 1) + " has " +
                                      Drawn(*lower.magnitude) + " below " + Drawn(*upper.magnitude));
@@ -202,7 +204,7 @@ std::vector<Rule> ToleranceRules() {
   return {
       {"T1", "error", "a tolerance on no geometry", "ASME Y14.5-2018, section 6; ISO 1101",
        "attach the tolerance to the features that it controls", "flatness 0.1 on nothing",
-       "flatness 0.1 on a face", OnNothing},
+       "flatness 0.1 on a face; surface profile 1 ALL OVER", OnNothing},
       {"T2", "error",
        "a magnitude of zero without maximum or least material condition, or a negative one",
        "ASME Y14.5-2018, section 10; ISO 2692",

@@ -58,6 +58,9 @@ void NoSize(const Index& index, Findings& findings) {
   ForDimensions(index, [&](const AnnotationReport& annotation, const DimensionReport& dimension) {
     if (sizes.count(KindOf(dimension)) == 0 || !dimension.value || *dimension.value > 0) return;
     if (!index.IsWhole(annotation.id)) return;
+    // An edge may be broken by a radius of 0 to 0.5.
+    const bool isRange = dimension.lower == 0.0 && dimension.upper.value_or(0) > 0;
+    if (*dimension.value == 0 && isRange) return;
     findings.Add(annotation, KindOf(dimension) + " of " + Drawn(*dimension.value));
   });
 }
@@ -87,10 +90,13 @@ void NoTexture(const Index& index, Findings& findings) {
     const RoughnessReport& roughness = *annotation->roughness;
     // Where machining is forbidden the symbol alone says that the surface stays as it is.
     if (roughness.obtention == "machiningForbidden" || !index.IsWhole(annotation->id)) continue;
-    const auto hasDigit = [](const Text& field) {
-      return field.value_or("").find_first_of("0123456789") != std::string::npos;
+    // A small letter stands for a requirement that is explained elsewhere.
+    const auto hasValue = [](const Text& field) {
+      const std::string text = field.value_or("");
+      return text.find_first_of("0123456789") != std::string::npos ||
+             (text.size() == 1 && text[0] >= 'a' && text[0] <= 'z');
     };
-    if (std::any_of(roughness.fields.begin(), roughness.fields.end(), hasDigit)) continue;
+    if (std::any_of(roughness.fields.begin(), roughness.fields.end(), hasValue)) continue;
     findings.Add(*annotation, "surface texture without a value");
   }
 }
@@ -107,7 +113,7 @@ std::vector<Rule> ValueRules() {
        "diameter 10 with deviations +0.1 below and -0.1 above",
        "diameter 10 with deviations -0.2 and -0.1", CrossedLimits},
       {"S3", "error", "a size of zero or less", "ASME Y14.5-2018, section 5; ISO 14405-1",
-       "state the size", "diameter 0", "diameter 0.5; distance 0", NoSize},
+       "state the size", "diameter 0", "diameter 0.5; distance 0; radius 0 +0.5/0", NoSize},
       {"S4", "note", "no tolerance, and neither basic nor reference",
        "ASME Y14.5-2018, section 4; ISO 14405-1",
        "see that a general tolerance covers the dimension, or give it one", "diameter 10",

@@ -11,6 +11,17 @@ namespace {
 
 bool IsVisible(const AnnotationReport& annotation) { return annotation.hidden == false; }
 
+// The ids of callouts: one is shown with the dimension that it is a part of.
+std::unordered_set<std::string> Callouts(const Index& index) {
+  std::unordered_set<std::string> ids;
+  for (const AnnotationReport* dimension : index.OfKind("dimension")) {
+    for (const CalloutReport& callout : dimension->dimension->callouts) {
+      if (callout.id) ids.insert(*callout.id);
+    }
+  }
+  return ids;
+}
+
 void InNoView(const Index& index, Findings& findings) {
   std::unordered_set<std::string> shown;
   for (const CaptureReport& capture : index.Report().captures) {
@@ -22,12 +33,7 @@ void InNoView(const Index& index, Findings& findings) {
   }
   // Where no view lists what it shows, all of them may show all.
   if (shown.empty()) return;
-  // A callout is shown with the dimension that it is a part of.
-  for (const AnnotationReport* dimension : index.OfKind("dimension")) {
-    for (const CalloutReport& callout : dimension->dimension->callouts) {
-      if (callout.id) shown.insert(*callout.id);
-    }
-  }
+  shown.merge(Callouts(index));
   for (const AnnotationReport* annotation : index.All()) {
     // What is not drawn at all is another rule's.
     if (!annotation->id || !IsVisible(*annotation) || index.PlaneOf(*annotation) == nullptr)
@@ -36,11 +42,14 @@ void InNoView(const Index& index, Findings& findings) {
   }
 }
 
+// A view that only looks shows the part, as a standard view does, and a cut shows what is behind
+// it.
 void ViewOfNothing(const Index& index, Findings& findings) {
   for (const CaptureReport& capture : index.Report().captures) {
-    if (capture.memberCount != 0 || !index.IsWhole(capture.id)) continue;
-    findings.Add(capture,
-                 "the saved view has no members: no annotation, and no body that the report has");
+    if (capture.memberCount != 0 || capture.camera || capture.clippingPlane) continue;
+    // Part of what it states was not read.
+    if (!index.IsWhole(capture.id) || index.IsReduced(capture.id, "")) continue;
+    findings.Add(capture, "the saved view has neither members nor a camera");
   }
 }
 
@@ -50,8 +59,10 @@ void WithoutPlace(const Index& index, Findings& findings) {
     return index.PlaneOf(*each) != nullptr;
   };
   if (std::none_of(index.All().begin(), index.All().end(), isDrawn)) return;
+  const std::unordered_set<std::string> callouts = Callouts(index);
   for (const AnnotationReport* annotation : index.All()) {
     if (!IsVisible(*annotation) || isDrawn(annotation) || !index.IsWhole(annotation->id)) continue;
+    if (callouts.count(annotation->id.value_or("")) != 0) continue;
     // On the screen, say.
     if (index.IsReduced(annotation->id, "has no plane")) continue;
     // The symbols of its targets show a datum.
@@ -82,8 +93,9 @@ std::vector<Rule> ViewRules() {
        "a dimension in a plane, and one saved view of all others",
        "a hidden dimension in no saved view", InNoView},
       {"V2", "warning", "a saved view of nothing", "ASME Y14.41; ISO 16792",
-       "add to the view what it is for, or remove it", "a saved view without members",
-       "a saved view of a body", ViewOfNothing},
+       "add to the view what it is for, or remove it",
+       "a saved view without members and without a camera",
+       "a saved view of a body; the part alone, seen from a camera", ViewOfNothing},
       {"V3", "note", "a visible annotation without a place", "ASME Y14.41; ISO 16792",
        "place the annotation in an annotation plane",
        "a tolerance that is drawn nowhere among others that are",

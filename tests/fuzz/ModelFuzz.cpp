@@ -1,5 +1,5 @@
 // Any bytes as a document of the format that READER and READ name: the model reader, the plug-in's
-// scan, the walk and all printers.
+// scan, the walk, the rules and all printers.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -9,6 +9,7 @@
 #include "KOVAOrvoPMIExporterFactory.h"
 #include "MakeReport.h"
 #include READER
+#include "checks/Check.h"
 #include "standin/Control.h"
 #include "writers/html/PrintPage.h"
 #include "writers/json/PrintJson.h"
@@ -31,7 +32,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     KOVAPMIExporter* made = nullptr;
     if (KOVACreateOrvoPMIExporter(&model.part->GetDocument(), &made) != 0) std::abort();
     const std::unique_ptr<KOVAPMIExporter> exporter(made);
-    const ModelReport report = MakeReport(model, *exporter, "fuzz");
+    ModelReport report = MakeReport(model, *exporter, "fuzz");
+    report.checks = checks::Check(report);
     // Every grouping, short and verbose.
     const text::Style style{static_cast<text::By>(size % 4), size / 4 % 2 != 0};
     if (text::PrintText(report, style).empty()) std::abort();

@@ -19,7 +19,7 @@ class DatumsReader {
   void Read() {
     for (const char* entity : {"DATUM", "COMMON_DATUM"}) {
       for (const Id id : reading_.file.Of(entity)) {
-        if (!reading_.IsOfProduct(id)) continue;
+        if (!reading_.IsOfProduct(id, id)) continue;
         reading_.Count("datums");
         reading_.Try(id, [&] { ReadDatum(reading_.Get(id)); });
       }

@@ -269,7 +269,7 @@ void ReadDimensions(Reading& reading) {
       const Instance& instance = reading.Get(id);
       const auto [own, first] = OwnOf(instance, isSize);
       const Id aspect = own->Reference(isSize ? first : first + 2);
-      if (!reading.IsOfProduct(aspect)) return;
+      if (!reading.IsOfProduct(aspect, id)) return;
       reading.Count("dimensions");
       DimensionReader(reading, reading.Get(id), isSize).Read();
     });

@@ -10,6 +10,9 @@ namespace step {
 
 namespace {
 
+constexpr const char* kLinks[] = {"DRAUGHTING_MODEL_ITEM_ASSOCIATION",
+                                  "DRAUGHTING_MODEL_ITEM_ASSOCIATION_WITH_PLACEHOLDER"};
+
 class PresentationReader {
  public:
   explicit PresentationReader(Reading& reading) : reading_(reading) {}
@@ -20,8 +23,7 @@ class PresentationReader {
     FindInvisible();
     // What is meant comes before what is only pointed at: a datum by its feature.
     for (const bool byFeature : {false, true}) {
-      for (const char* link : {"DRAUGHTING_MODEL_ITEM_ASSOCIATION",
-                               "DRAUGHTING_MODEL_ITEM_ASSOCIATION_WITH_PLACEHOLDER"}) {
+      for (const char* link : kLinks) {
         for (const Id id : reading_.file.Of(link)) {
           reading_.Try(id, [&] { ReadLink(reading_.Get(id).records.front(), byFeature); });
         }
@@ -236,11 +238,15 @@ class PresentationReader {
   }
 
   bool IsNoteOfProduct(Id element) {
-    for (const Id link : reading_.ReferrersOf(element, "DRAUGHTING_MODEL_ITEM_ASSOCIATION")) {
-      const Id aspect = reading_.Get(link).records.front().Reference(2);
-      if (reading_.Is(aspect, "SHAPE_ASPECT")) return reading_.IsOfProduct(aspect);
+    const bool isOutermost = reading_.IsOfProduct(0);
+    for (const char* kind : kLinks) {
+      for (const Id link : reading_.ReferrersOf(element, kind)) {
+        const Id meant = reading_.Get(link).records.front().Reference(2);
+        if (reading_.IsElsewhere(meant)) return false;
+        if (reading_.IsOfProduct(meant) != isOutermost) return !isOutermost;
+      }
     }
-    return reading_.IsOfProduct(0);
+    return isOutermost;
   }
 
   std::vector<ENTITY*> PointedAt(Id element) {

@@ -146,12 +146,19 @@ void Reading::Begin(Assembly& assembly, const Occurrence& occurrence) {
   topology.clear();
   entitiesOf_.clear();
   annotations.clear();
+  elsewhere_.clear();
 }
 
 bool Reading::IsOfProduct(Id shape) {
   if (occurrence_ == nullptr || occurrence_->product == 0) return true;
   const Id product = assembly_->ProductOfShape(shape);
   return product == occurrence_->product || (product == 0 && occurrence_->path.empty());
+}
+
+bool Reading::IsOfProduct(Id shape, Id annotation) {
+  if (IsOfProduct(shape)) return true;
+  elsewhere_.insert(annotation);
+  return false;
 }
 
 bool Reading::HasItem(Id item) {

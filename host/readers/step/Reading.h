@@ -61,6 +61,9 @@ class Reading {
   // Whether a shape aspect, or a product's shape, is of the occurrence's product. One that names
   // no product belongs to the first.
   bool IsOfProduct(Id shape);
+  // The same of an annotation's shape; what presents another product's is no note of this one.
+  bool IsOfProduct(Id shape, Id annotation);
+  bool IsElsewhere(Id annotation) const { return elsewhere_.count(annotation) != 0; }
   // Whether the occurrence's product has an item in its shape.
   bool HasItem(Id item);
 
@@ -116,6 +119,7 @@ class Reading {
   Assembly* assembly_ = nullptr;
   const Occurrence* occurrence_ = nullptr;
   std::unordered_map<Id, std::vector<ENTITY*>> entitiesOf_;  // by aspect, of this occurrence
+  std::unordered_set<Id> elsewhere_;                         // annotations of other products
   std::unordered_map<const ENTITY*, Id> ids_;                // of annotations and captures
 };
 

@@ -94,7 +94,7 @@ class TolerancesReader {
  private:
   bool IsOfProduct(Id id) {
     try {
-      return reading_.IsOfProduct(reading_.Get(id).As("GEOMETRIC_TOLERANCE").Reference(3));
+      return reading_.IsOfProduct(reading_.Get(id).As("GEOMETRIC_TOLERANCE").Reference(3), id);
     } catch (const Unreadable&) {
       return true;
     }

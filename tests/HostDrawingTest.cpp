@@ -616,6 +616,7 @@ TEST(HostShape, ShapesComeWhereTheDocumentPutsThem) {
   EXPECT_NEAR(after.volume, before.volume, 2e-3 * before.volume);
   const Drawn scaled = Draw(With(moved, "<ScaleCoefficient>1<", "<ScaleCoefficient>4<"));
   EXPECT_THAT(scaled.drawing.edges.at(0).points.at(1), ElementsAre(1.25, 30, 0.25));
+  EXPECT_THAT(scaled.drawing.vertices.at(1).point, ElementsAre(1.25, 30, 0.25));
   EXPECT_NEAR(TotalsOf(scaled.drawing).volume, after.volume / 64, 1e-9 * after.volume);
   // A curve of its own place no longer reaches the vertices.
   const std::string torn = With(withMatrix, "</EndPoint></Segment13Core></Segment13>",

@@ -2,6 +2,8 @@
 
 #include "readers/qif/Geometry.h"
 
+#include <algorithm>
+
 #include "model/Shape.h"
 
 namespace qif {
@@ -184,13 +186,16 @@ void ReadGeometry(Reading& reading, ::Drawing& drawing) {
   GeometryReader(reading).Read(drawing);
   const double scale = reading.units.Scale();
   if (scale == 1) return;
-  const auto rescale = [scale](std::vector<DrawnPoint>& points) {
-    for (DrawnPoint& point : points) {
-      for (double& coordinate : point) coordinate /= scale;
-    }
+  const auto rescale = [scale](DrawnPoint& point) {
+    for (double& coordinate : point) coordinate /= scale;
   };
-  for (DrawnEdge& edge : drawing.edges) rescale(edge.points);
-  for (DrawnFace& face : drawing.faces) rescale(face.points);
+  for (DrawnVertex& vertex : drawing.vertices) rescale(vertex.point);
+  for (DrawnEdge& edge : drawing.edges) {
+    std::for_each(edge.points.begin(), edge.points.end(), rescale);
+  }
+  for (DrawnFace& face : drawing.faces) {
+    std::for_each(face.points.begin(), face.points.end(), rescale);
+  }
 }
 
 }  // namespace qif

@@ -57,6 +57,8 @@ Id Assembly::ProductOfShape(Id shape) {
   if (!isNew) return known->second;
   try {
     const Instance* instance = &reading_.Get(shape);
+    const std::vector<Id> measured = MeasuredBy(*instance);
+    if (!measured.empty()) instance = &reading_.Get(measured.front());
     if (instance->Find("PRODUCT_DEFINITION_SHAPE") == nullptr) {
       instance = &reading_.Get(instance->As("SHAPE_ASPECT").Reference(2));
     }

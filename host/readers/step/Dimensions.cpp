@@ -25,6 +25,13 @@ std::pair<const Record*, std::uint32_t> OwnOf(const Instance& instance, bool isS
   return {&record, isBoth && record.At(isSize ? 0 : 3).kind != Value::kReference ? 4 : 0};
 }
 
+// The aspects that a size or a location is on.
+std::vector<Id> AspectsOf(const Instance& instance, bool isSize) {
+  const auto [own, first] = OwnOf(instance, isSize);
+  if (isSize) return {own->Reference(first)};
+  return {own->Reference(first + 2), own->Reference(first + 3)};
+}
+
 class DimensionReader {
  public:
   DimensionReader(Reading& reading, const Instance& instance, bool isSize)
@@ -58,17 +65,11 @@ class DimensionReader {
 
  private:
   KOVAPMI_DIMENSION& MakeDimension() {
-    std::string name;
     std::vector<ENTITY*> members;
     const auto [own, first] = OwnOf(instance_, isSize_);
-    if (isSize_) {
-      name = own->Text(first + 1);
-      members = reading_.EntitiesOf(own->Reference(first));
-    } else {
-      name = own->Text(first);
-      members = reading_.EntitiesOf(own->Reference(first + 2));
-      for (ENTITY* entity : reading_.EntitiesOf(own->Reference(first + 3)))
-        members.push_back(entity);
+    const std::string name = own->Text(isSize_ ? first + 1 : first);
+    for (const Id aspect : AspectsOf(instance_, isSize_)) {
+      for (ENTITY* entity : reading_.EntitiesOf(aspect)) members.push_back(entity);
     }
     const DimensionKind kind = KindOf(name, isSize_, isAngular_);
     auto& dimension = reading_.part.AddDimension(members, kind.type, kind.subtype, 0);
@@ -267,13 +268,22 @@ void ReadDimensions(Reading& reading) {
   for (const auto& [id, isSize] : all) {
     reading.Try(id, [&, id = id, isSize = isSize] {
       const Instance& instance = reading.Get(id);
-      const auto [own, first] = OwnOf(instance, isSize);
-      const Id aspect = own->Reference(isSize ? first : first + 2);
-      if (!reading.IsOfProduct(aspect)) return;
+      if (!reading.IsOfProduct(AspectsOf(instance, isSize).front())) return;
       reading.Count("dimensions");
-      DimensionReader(reading, reading.Get(id), isSize).Read();
+      DimensionReader(reading, instance, isSize).Read();
     });
   }
+}
+
+std::vector<Id> MeasuredBy(const Instance& instance) {
+  const auto isOneOf = [&](const auto& entities) {
+    return std::any_of(std::begin(entities), std::end(entities),
+                       [&](const char* entity) { return instance.Find(entity) != nullptr; });
+  };
+  // One that is a datum feature besides identifies its own topology.
+  if (instance.Find(kSizes[3]) != nullptr || instance.Find(kLocations[4]) != nullptr) return {};
+  const bool isSize = isOneOf(kSizes);
+  return isSize || isOneOf(kLocations) ? AspectsOf(instance, isSize) : std::vector<Id>();
 }
 
 }  // namespace step

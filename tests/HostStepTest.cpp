@@ -511,7 +511,9 @@ within a circle'); => ⌖ | ⌀0.1
 spherical'); => ⌖ | S⌀0.1
 within a sphere'); => ⌖ | S⌀0.1
 between two equidistant surfaces'); => ⌖ | 0.1
-non uniform'); => reduced #51 37 that the zone is not uniform is left out
+non uniform'); => ⌖ | 0.1 & reduced #51 37 that the zone is 'non uniform' is left out
+within a tube'); => reduced #51 37 that the zone is 'within a tube' is left out
+');#53=TOLERANCE_ZONE('',$,#10,.F.,(#50),#54);#54=TOLERANCE_ZONE_FORM('spherical'); => ⌖ | 0.1@ & reduced #53 37 its second zone is left out & listed 1
 ');#53=PROJECTED_ZONE_DEFINITION(#51,(),#32,#54);#54=MEASURE_WITH_UNIT(LENGTH_MEASURE(1.),#4); => ⌖ | 0.1 Ⓟ25.4 & written projected 1 inch
 ');#53=PROJECTED_ZONE_DEFINITION(#51,(),#32,#22); => ⌖ | 0.1 Ⓟ0.1 & listed 0
 ');#53=PROJECTED_ZONE_DEFINITION_WITH_OFFSET(#51,(),#32,#22,#22); => ⌖ | 0.1 Ⓟ0.1 & reduced #53 37 the zone's further definition is left out
@@ -629,6 +631,8 @@ DIMENSIONAL_LOCATION_WITH_DATUM_FEATURE('f','',#10,.T.,'linear distance','',#31,
 #57=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(9.8),#1);#56=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.1),#1); => 10.1/9.8 & value 10, lower -0.2, upper 0.1, precision 0, tolerance precision 1
 #57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(9.8),#1);#56=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(10.1),#1); => 10.1/9.8 & value 10, lower -0.2, upper 0.1,
 #56=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(9.8),#1);#57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(1.),#4); => lower -0.2, upper 15.4, & written upper 1 inch
+#56=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.2),#1);#57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(11.),#1); => upper 0.2, & lost #50 37 its second value is left out
+#56=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.1),#1);#57=DESCRIPTIVE_REPRESENTATION_ITEM('','');#58=PLUS_MINUS_TOLERANCE(#59,#50);#59=TOLERANCE_VALUE(#22,#22); => lower 0.1, upper 0.1, & reduced #50 37 its limits are left out
 #56=MEASURE_REPRESENTATION_ITEM('',LENGTH_MEASURE(9.8),#1);#57=DESCRIPTIVE_REPRESENTATION_ITEM('',''); => value 9.8, & lost #50 37 its second value is left out
 )");
   Expect(Dimension("DIMENSIONAL_SIZE(#33,'width')", "#53", ten) +
@@ -638,6 +642,7 @@ DIMENSIONAL_LOCATION_WITH_DATUM_FEATURE('f','',#10,.T.,'linear distance','',#31,
 TOLERANCE_VALUE(#56,#57); => value 10, lower -0.2, upper 0.254, precision 0, tolerance precision 2 & written upper 0.01 inch
 TOLERANCE_VALUE(#57,#56); => value 10, lower -0.2, upper 0.254,
 TOLERANCE_VALUE(#57,#6); => lost #50 37 it is no length
+TOLERANCE_VALUE(#56,#57);#58=PLUS_MINUS_TOLERANCE(#59,#50);#59=TOLERANCE_VALUE(#22,#22); => lower -0.2, upper 0.254, & lost #50 37 its second tolerance is left out
 LIMITS_AND_FITS('H','hole','7',''); => 10H7 & reduced #50 37 the model has the name of the fit
 DATUM_REFERENCE(1,#37); => lost #50 37 it is no tolerance value
 )");

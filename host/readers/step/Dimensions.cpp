@@ -118,18 +118,15 @@ class DimensionReader {
     }
     if (const Record* range = item.Find("VALUE_RANGE")) return ReadItems(*range, depth);
     const Quantity quantity = reading_.units.Measure(id, isAngular_);
-    if (name == "upper limit" || name == "maximum") {
-      limits_[0] = quantity;
-      hasLimit_[0] = true;
-    } else if (name == "lower limit" || name == "minimum") {
-      limits_[1] = quantity;
-      hasLimit_[1] = true;
-    } else if (!hasValue_) {
-      value_ = quantity;
-      hasValue_ = true;
-    } else {
+    const bool isUpper = name == "upper limit" || name == "maximum";
+    const bool isLower = name == "lower limit" || name == "minimum";
+    bool& isKnown = isUpper ? hasLimit_[0] : isLower ? hasLimit_[1] : hasValue_;
+    if (isKnown) {
       reading_.Skip(Severity::kLost, instance_.id, "its second value is left out", dimension_);
+    } else {
+      (isUpper ? limits_[0] : isLower ? limits_[1] : value_) = quantity;
     }
+    isKnown = true;
     ReadQualifiers(item);
   }
 
@@ -183,6 +180,7 @@ class DimensionReader {
       return;
     }
     if (record.name != "TOLERANCE_VALUE") throw Unreadable(range.id, "it is no tolerance value");
+    if (hasDeviations_) throw Unreadable(range.id, "its second tolerance is left out");
     deviations_[0] = reading_.units.Measure(record.Reference(1), isAngular_);
     deviations_[1] = reading_.units.Measure(record.Reference(0), isAngular_);
     // In whichever order they stand.
@@ -206,6 +204,10 @@ class DimensionReader {
     } else {
       fields.value_precision = kNotStated;
       reading_.Skip(Severity::kReduced, instance_.id, "it has no value", dimension_);
+    }
+    if (hasDeviations_ && (hasLimit_[0] || hasLimit_[1])) {
+      reading_.Skip(Severity::kReduced, instance_.id, "its limits are left out beside deviations",
+                    dimension_);
     }
     const char* const names[] = {"upper", "lower"};
     fields.tolerance_precision = kNotStated;

@@ -1,6 +1,7 @@
 // Tolerance zones: their shape, and how far they are projected (ISO 1101, ASME Y14.5).
 
 #include <algorithm>
+#include <utility>
 
 #include "readers/step/Reading.h"
 
@@ -47,16 +48,23 @@ void ReadDefinition(Reading& reading, Id id, KOVAPMI_GEOM_TOL_ROW& row, const EN
 
 void ReadZones(Reading& reading, Id tolerance, KOVAPMI_GEOM_TOL_ROW& row,
                const ENTITY& annotation) {
+  bool isFirst = true;
   for (const Id zone : reading.file.ReferrersOf(tolerance)) {
     if (!IsZone(reading, zone)) continue;
+    if (!std::exchange(isFirst, false)) {
+      reading.Skip(Severity::kReduced, zone, "its second zone is left out", &annotation);
+      continue;
+    }
     // In a simple instance behind what every shape aspect has.
     const Instance& instance = reading.Get(zone);
     const Record& record = instance.As("TOLERANCE_ZONE");
     const Id formId = record.Reference(record.count == 2 ? 1 : 5);
     const std::string form = reading.Spend(reading.Get(formId).records.front().Text(0));
     standin::Edit(row).zone_shape = ZoneShape(form);
-    if (form == "non uniform") {
-      reading.Skip(Severity::kReduced, zone, "that the zone is not uniform is left out",
+    // Zones between lines or surfaces are those without a sign.
+    if (standin::Edit(row).zone_shape == mod_dia_none && form.substr(0, 7) != "between" &&
+        !form.empty()) {
+      reading.Skip(Severity::kReduced, zone, "that the zone is '" + form + "' is left out",
                    &annotation);
     }
     for (const Record& part : instance.records) {

@@ -650,7 +650,10 @@ DATUM_REFERENCE(1,#37); => lost #50 37 it is no tolerance value
              "#54=DESCRIPTIVE_REPRESENTATION_ITEM('dimensional note','",
          R"(
 theoretical'); => [10]
+theoretical exact'); => [10]
+basic'); => [10]
 auxiliary'); => (10)
+reference'); => (10)
 controlled radius'); => after "controlled radius"
 statistical'); => after "statistical"
 4 HOLES'); => after "4 HOLES"
@@ -789,6 +792,8 @@ TEST(HostStep, NotesHaveTheTextThatTheFileStates) {
 #53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('','',#50,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#58),#9);#58=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode string','TXT\\nONE:\\n 2\\s#{diameter}3\\xTXT\\wFOUR'); => note "n"  "ONE:⏎ 2 #{diameter}3⏎FOUR"
 #53=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#54,#39,#50);#54=PROPERTY_DEFINITION('','',#10);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('','one');#58=DESCRIPTIVE_REPRESENTATION_ITEM('','two'); => note "n"  "one⏎two"
 #53=ANNOTATION_TEXT_OCCURRENCE('t',(),#54);#54=TEXT_LITERAL('','alone',#20,'',.RIGHT.,$); => note "t"  "alone"
+#53=ANNOTATION_TEXT_OCCURRENCE('t',(),#54);#54=COMPOSITE_TEXT('',(#55,#56,#54));#55=TEXT_LITERAL_WITH_EXTENT('','one',#20,'',.RIGHT.,$,#58);#56=(COMPOSITE_TEXT((#57))GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM(''));#57=(GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM('')TEXT_LITERAL('two',#20,'',.RIGHT.,$)TEXT_LITERAL_WITH_EXTENT(#58));#58=PLANAR_EXTENT('',1.,1.); => note "t"  "one⏎two"
+#53=STRUCTURED_DIMENSION_CALLOUT('s',(#50)); => note "s" & 1 note
 #53=(ANNOTATION_OCCURRENCE()ANNOTATION_SYMBOL_OCCURRENCE()REPRESENTATION_ITEM('s')STYLED_ITEM((),#17)); => note "s" & 2 notes
 #53=SURFACE_TEXTURE_REPRESENTATION('',(),#9); => lost #53 37 it is PMI that is not read
 #53=INVISIBILITY((#50)); => note "n"  ""  hidden
@@ -809,7 +814,9 @@ TEST(HostStep, SavedViewsHaveTheirCamerasAndMembers) {
 #64=CAMERA_MODEL_D3('in',#20,#67);#65=DRAUGHTING_MODEL('m',(#64,#51),#9);#67=VIEW_VOLUME(.PARALLEL.,#62,3.,0.,.F.,0.,.F.,.F.,#60); => "in" parallel at (1, 2, 3) to (1, -1, 3) along (0, -1, 0)
 #64=CAMERA_MODEL_D3('',#20,#66);#65=DRAUGHTING_MODEL('m',(#64,#52),#9); => "m"  2 annotations & perspective at (1, -48, 3) to (1, 2, 3) along (0, 1, 0) up (0, 0, 1) angle 11.421186 zoom 0.2
 #64=CAMERA_MODEL_D3_MULTI_CLIPPING('cam',#20,#63,(#21));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam"  0 annotations & clipping plane through (1, 2, 3) normal (0, -1, 0) & 1 capture
-#64=(CAMERA_MODEL_D3(#20,#63)CAMERA_MODEL_D3_MULTI_CLIPPING((#21,#21))REPRESENTATION_ITEM('cam'));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam" parallel at (1, 2, 3) & 1 capture & reduced #64 37 the model has one clipping plane
+#64=(CAMERA_MODEL_D3(#20,#63)CAMERA_MODEL_D3_MULTI_CLIPPING((#21,#21))REPRESENTATION_ITEM('cam'));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam" parallel at (1, 2, 3) & 1 capture & clipping plane through (1, 2, 3) & reduced #64 37 the model has one clipping plane
+#64=CAMERA_MODEL_D3_MULTI_CLIPPING('cam',#20,#63,(#67));#65=DRAUGHTING_MODEL('m',(#64),#9);#67=CAMERA_MODEL_D3_MULTI_CLIPPING_INTERSECTION('',(#21,#21)); => "cam" parallel & reduced #64 37 the model has one clipping plane & listed 2
+#64=CAMERA_MODEL_D3_WITH_HLHSR('cam',#20,#63,.T.);#65=DRAUGHTING_MODEL('m',(#64,#51),#9); => "cam"  2 annotations & "cam" parallel at (1, 2, 3)
 #64=CAMERA_MODEL_D3('cam',#20,$);#65=DRAUGHTING_MODEL('m',(#64,#51),#9); => "cam"  2 annotations & reduced #64 37 a reference is missing
 )");
 }

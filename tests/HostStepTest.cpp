@@ -185,11 +185,23 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
                {"ü⌀😀", "ü⌀😀"},
                {"\xFC \xC3", "ü Ã"},
                {"\xE2\x82.", "\xC3\xA2\xC2\x82."},
+               {"\xF5\x80\x80\x80", "\xC3\xB5\xC2\x80\xC2\x80\xC2\x80"},
                {"\xED\xA0\x80 \xE0\x80\x80 \xF4\x90\x80\x80",
                 "\xC3\xAD\xC2\xA0\xC2\x80 "
                 "\xC3\xA0\xC2\x80\xC2\x80 "
                 "\xC3\xB4\xC2\x90\xC2\x80\xC2\x80"}};
   for (const auto& each : cases) EXPECT_EQ(step::Decode(each.text), each.decoded) << each.text;
+}
+
+TEST(HostStepExchange, FormatIsToldByTheFirstBytes) {
+  for (const char* text : {"ISO-10303-21;", "\nISO-10303-21;", " /* a */\t/**/ISO-10303-21;",
+                           "\xEF\xBB\xBF/***/ISO-10303-21"}) {
+    EXPECT_TRUE(IsStep(text)) << text;
+  }
+  for (const char* text :
+       {"", "/*", "/* ISO-10303-21;", "/ISO-10303-21;", "ISO-10303-28;", "<x/>"}) {
+    EXPECT_FALSE(IsStep(text)) << text;
+  }
 }
 
 TEST(HostStepExchange, ReadsEveryFormOfInstancesAndParameters) {
@@ -723,6 +735,10 @@ TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
 #55=LEADER_DIRECTED_CALLOUT('n',(#70,#72)); => note "n"  "words⏎more"
 #55=DRAUGHTING_CALLOUT('n',(#70));#56=ANNOTATION_PLANE('',(),#21,(#70));#57=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#33,#39,#55); => at (1, 2, 3) x (1, 0, 0) & on face "f2", face "f3" & lost #54 37 #52
 )");
+  // Of texts and places for texts alone nothing is left out.
+  Expect("", R"(
+#50=DRAUGHTING_CALLOUT('n',(#51,#55));#51=ANNOTATION_TEXT_OCCURRENCE('',(),#52);#52=TEXT_LITERAL('','words',#20,'',.RIGHT.,$);#53=ANNOTATION_PLANE('',(),#21,(#50));#55=ANNOTATION_PLACEHOLDER_OCCURRENCE('',(),#17,.GPS_DATA.,1.); => note "n"  "words" & at (1, 2, 3) & listed 0
+)");
 }
 
 TEST(HostStep, DimensionsAndTolerancesHaveTheNameAndTheTextsOfTheirCallouts) {
@@ -779,7 +795,7 @@ TEST(HostStep, PartsOfAssembliesStandWithTheirPmiWhereTheyArePlaced) {
 #63=SHAPE_REPRESENTATION_RELATIONSHIP('','',#11,#52); => point at (1, 2, 3) & on body "body"
 #63=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#65,#66); => point at (98, 1, 3) & 1 tolerance & count bodies 1 & on body "body"
 #63=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#65,#66);#90=DRAUGHTING_MODEL('',(#91),#9);#91=CAMERA_MODEL_D3('cam',#20,#92);#92=VIEW_VOLUME(.PARALLEL.,#56,1.,0.,.F.,0.,.F.,.F.,#93);#93=PLANAR_BOX('',2.,2.,#20);#94=PRODUCT_DEFINITION_SHAPE('','',#50);#95=FLATNESS_TOLERANCE('all','',#22,#94); => "cam" parallel at (1, 2, 3) & tolerance "all" & lost #94 37 its product has no body & 2 tolerances
-#63=(REPRESENTATION_RELATIONSHIP('','',#52,#11)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#66,#65);#95=FLATNESS_TOLERANCE('','',#22,#96);#96=DIMENSIONAL_SIZE(#32,'width');#70=NEXT_ASSEMBLY_USAGE_OCCURRENCE('2','','',#50,#40,$);#71=PRODUCT_DEFINITION_SHAPE('','',#70);#72=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#73,#71);#73=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#74)SHAPE_REPRESENTATION_RELATIONSHIP());#74=ITEM_DEFINED_TRANSFORMATION('','',#65,#67); => point at (98, 1, 3) & point at (1, 2, 53) & 4 tolerances & 2 datums & 2 dimensions & count bodies 2 & listed 1
+#63=(REPRESENTATION_RELATIONSHIP('','',#52,#11)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#66,#65);#95=FLATNESS_TOLERANCE('','',#22,#96);#96=DIMENSIONAL_SIZE(#32,'width');#97=PRODUCT_DEFINITION('','',$,$);#98=NEXT_ASSEMBLY_USAGE_OCCURRENCE('3','','',#50,#97,$);#99=PRODUCT_DEFINITION_SHAPE('','',#97);#100=SHAPE_DEFINITION_REPRESENTATION(#99,#101);#101=SHAPE_REPRESENTATION('',(#102),#9);#102=MANIFOLD_SOLID_BREP('plain',#103);#103=CLOSED_SHELL('',());#104=PROPERTY_DEFINITION('','',#99);#70=NEXT_ASSEMBLY_USAGE_OCCURRENCE('2','','',#50,#40,$);#71=PRODUCT_DEFINITION_SHAPE('','',#70);#72=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#73,#71);#73=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#74)SHAPE_REPRESENTATION_RELATIONSHIP());#74=ITEM_DEFINED_TRANSFORMATION('','',#65,#67); => point at (98, 1, 3) & point at (1, 2, 53) & 4 tolerances & 2 datums & 2 dimensions & count bodies 3 & listed 2
 )");
 }
 

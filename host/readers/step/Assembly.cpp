@@ -73,6 +73,18 @@ Id Assembly::ProductOfShape(Id shape) {
   return known->second;
 }
 
+bool Assembly::HasAspects(Id product) {
+  const auto [known, isNew] = hasAspects_.try_emplace(product, false);
+  if (!isNew) return known->second;
+  for (const Id shape : reading_.ReferrersOf(product, "PRODUCT_DEFINITION_SHAPE")) {
+    for (const Id user : reading_.file.ReferrersOf(shape)) {
+      known->second = known->second || !(reading_.Is(user, "SHAPE_DEFINITION_REPRESENTATION") ||
+                                         reading_.Is(user, "PROPERTY_DEFINITION"));
+    }
+  }
+  return known->second;
+}
+
 const std::unordered_set<Id>& Assembly::ProductsOfItem(Id item) {
   static const std::unordered_set<Id> none;
   const auto found = productsOfItem_.find(item);

@@ -324,6 +324,7 @@ $,#32); => lost #50 37 it has no magnitude
   Expect("", R"(
 #50=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#22,#22); => lost #50 37 it does not join two tolerances
 #50=DATUM_TARGET('','area',#10,.T.,'1'); => lost #50 37 it is the target of no datum
+#50=(DATUM_TARGET('1')PLACED_DATUM_TARGET_FEATURE()SHAPE_ASPECT('','',#10,.T.)); => Lost: 1@ & lost #50 37 it is the target of no datum
 #50=DIMENSIONAL_SIZE(#52,'width'); => lost #50 37 #52 does not exist
 #50=DIMENSIONAL_SIZE(#32,'girth'); => reduced #50 37 its kind 'girth' is unknown
 #50=DIMENSIONAL_SIZE_WITH_PATH(#32,'curve length',#33); => reduced #50 37 its path is left out

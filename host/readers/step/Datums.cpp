@@ -36,9 +36,11 @@ class DatumsReader {
         reading_.Try(id, [&] { ReadDatum(reading_.Get(id)); });
       }
     }
+    std::unordered_set<Id> seen;  // a complex instance is of both
     for (const char* entity : {"DATUM_TARGET", "PLACED_DATUM_TARGET_FEATURE"}) {
       for (const Id id : reading_.file.Of(entity)) {
-        if (reading_.annotations.count(id) == 0 && reading_.IsOfProduct(id)) {
+        if (reading_.annotations.count(id) == 0 && reading_.IsOfProduct(id) &&
+            seen.insert(id).second) {
           reading_.Skip(Severity::kLost, id, "it is the target of no datum");
         }
       }

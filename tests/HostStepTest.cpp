@@ -724,6 +724,7 @@ TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
 #60)); => at (1, 5, 5) x (1, 0, 0) & "flat"  ⏥ | 0.1 & reduced #52 37 the model has no drawn lines
 #66)); => at (2, 0, 3) x (1, 0, 0) y (0, 0, 1)
 #60,#64)); => leader (1, 2, 3) to (0, 5, 5)
+#74));#74=TESSELLATED_ANNOTATION_OCCURRENCE('',(),#75);#75=TESSELLATED_GEOMETRIC_SET('',(#76));#76=TESSELLATED_CURVE_SET('',#77,((1,2)));#77=COORDINATES_LIST('',3,( (1.,0.,1.),(2.,0.,3.),(9.,0.,9.))); => at (2, 0, 3)
 #74));#74=TESSELLATED_ANNOTATION_OCCURRENCE('',(),#75);#75=TESSELLATED_GEOMETRIC_SET('',(#76));#76=TESSELLATED_CURVE_SET('',#77,((1,2)));#77=COORDINATES_LIST('',4,((+1.,0.,1.),(2.,0.,3.),(9.,9.),(9.,9.),(9.,0.,9.))); => at (2, 0, 3)
 #60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#51,#39,#52);#56=DRAUGHTING_MODEL('v',(#57,#52),#9);#57=CAMERA_MODEL_D3('v',#20,$); => "v"  2 annotations
 #60));#55=DRAUGHTING_CALLOUT('d',(#66));#56=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#55); => at (1, 5, 5) & reduced #55 37 the annotation has a presentation already

@@ -662,6 +662,19 @@ TEST(HostShape, StepAssembliesArePlacedAndTessellatedFacesTaken) {
   EXPECT_EQ(both.openEdges, 0);
   EXPECT_NEAR(both.volume, 2 * TotalsOf(Draw(step).drawing).volume, 100);
 
+  // A shell that a solid has turned round is a void of it.
+  for (const auto& [sense, sign] : {std::pair{".F.", -1.0}, {".T.", 1.0}}) {
+    const std::string hollow =
+        std::string(
+            "#454=BREP_WITH_VOIDS('',#9000,(#9001));#9000=CLOSED_SHELL('',());"
+            "#9001=ORIENTED_CLOSED_SHELL('',*,#453,") +
+        sense + ");";
+    EXPECT_NEAR(
+        TotalsOf(Draw(With(step, "#454=MANIFOLD_SOLID_BREP('base plate',#453);", hollow)).drawing)
+            .volume,
+        sign * both.volume / 2, 100);
+  }
+
   // Two squares: triangles over the points, and a strip and a fan over the points that are named.
   const std::string tessellated =
       "#9000=TESSELLATED_SOLID('',(#9001,#9002,#9004),$);"

@@ -110,7 +110,7 @@ std::string TextOf(const std::string& document) {
   return text + "listed " + std::to_string(model.skipped.size()) + "\n" + ListedOf(model);
 }
 
-// A table, a file each line: "instances => what its report has & what else".
+// A table, a file each line: "instances => what its report has & what else"; @ is a line's end.
 void Expect(const std::string& before, const std::string& table, const std::string& behind = "") {
   std::istringstream lines(table);
   for (std::string line; std::getline(lines, line);) {
@@ -120,7 +120,9 @@ void Expect(const std::string& before, const std::string& table, const std::stri
     std::size_t end = 0;
     for (std::size_t at = arrow + 4; end != std::string::npos; at = end + 3) {
       end = line.find(" & ", at);
-      EXPECT_THAT(text, HasSubstr(Columns(line.substr(at, end - at)))) << line;
+      std::string wanted = Columns(line.substr(at, end - at));
+      if (wanted.back() == '@') wanted.back() = '\n';
+      EXPECT_THAT(text, HasSubstr(wanted)) << line;
     }
   }
 }
@@ -183,6 +185,7 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
                {"ü⌀😀", "ü⌀😀"},
                {"\xFC \xC3", "ü Ã"},
                {"\xE2\x82.", "\xC3\xA2\xC2\x82."},
+               {"\xF5\x80\x80\x80", "\xC3\xB5\xC2\x80\xC2\x80\xC2\x80"},
                {"\xED\xA0\x80 \xE0\x80\x80 \xF4\x90\x80\x80",
                 "\xC3\xAD\xC2\xA0\xC2\x80 "
                 "\xC3\xA0\xC2\x80\xC2\x80 "
@@ -190,12 +193,23 @@ TEST(HostStepExchange, StringsResolveEveryDirective) {
   for (const auto& each : cases) EXPECT_EQ(step::Decode(each.text), each.decoded) << each.text;
 }
 
+TEST(HostStepExchange, FormatIsToldByTheFirstBytes) {
+  for (const char* text : {"ISO-10303-21;", "\nISO-10303-21;", " /* a */\t/**/ISO-10303-21;",
+                           "\xEF\xBB\xBF/***/ISO-10303-21"}) {
+    EXPECT_TRUE(IsStep(text)) << text;
+  }
+  for (const char* text :
+       {"", "/*", "/* ISO-10303-21;", "/ISO-10303-21;", "ISO-10303-28;", "<x/>"}) {
+    EXPECT_FALSE(IsStep(text)) << text;
+  }
+}
+
 TEST(HostStepExchange, ReadsEveryFormOfInstancesAndParameters) {
   const std::string text =
       "/* first */ISO-10303-21 ;\r\nHEADER/**/;\r\nFILE_DESCRIPTION(('a;b''c'),'2;1');\r\n"
       "FILE_SCHEMA /* the 'first */ (('ONE','AP242'));ENDSEC /* ' "
       "*/;\r\nANCHOR;<a;>=#1;ENDSEC;\nREFERENCE;\n"
-      "#90=<x.stp#a>;ENDSEC;\nDATA('one',('AP242'));\n"
+      "#90=<it's;.stp#a>;ENDSEC;\nDATA('one',('AP242'));\n"
       "#7 = A ( 'x;''(#9' , $,*, -1.5E+3, .T., \"0F\", #8, (1,(2,())), LENGTH(.5) ) ;\r\n"
       "#8=/* ; #3 */(B()/* ( "
       "*//**/C(#7,LIST((#7,#9)))\nB2(1));ENDSEC;\nDATA;\\F\\#3=A(\\N\\);ENDSEC;\n"
@@ -257,6 +271,9 @@ TEST(HostStepExchange, DamagedStructureIsAnErrorThatSaysWhereAndWhat) {
       {whole.substr(0, whole.find("#3=") + 9), "^part.stp:8:4: .*cut off.*#3"},
       {whole.substr(0, whole.find("#3=")), "^part.stp:8:1: .*cut off.*ENDSEC"},
       {whole.substr(0, whole.find("DATA")) + "END-ISO-10303-21;", "5:17: there is no data"},
+      {std::string(kHeader) + kEnd, "7:17: there is no data"},
+      {with("=CLOSED", "=closed"), "18:5: #13: an entity's name is not in capital letters"},
+      {with("_UNIT()NAMED", "_UNIT()named"), "6:18: #1: an entity's name is not in capital"},
       {Document("#50=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#40,#40,$);"), "^part.stp:37:5: #50"},
       {whole.substr(0, whole.find("END-ISO")), "^part.stp:38:1: .*cut off.*END-ISO"},
       {with("#2=", "2="), "^part.stp:7:1: .*#"},
@@ -298,6 +315,8 @@ $,#32); => lost #50 37 it has no magnitude
 '1'),#1); => lost #50 37 '1' is not a number
 1.),#5); => lost #50 37 it is no length
 1.),#9); => lost #50 37 its unit is neither of length nor of angle
+1.),$); => lost #50 37 a reference is missing
+1.),#52);#52=(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILI.,.METRE.)); => lost #50 37 its unit has an unknown prefix
 1.),#52);#52=(CONVERSION_BASED_UNIT('A',#51)LENGTH_UNIT()NAMED_UNIT(*)); => lost #50 37 its unit can't be read
 1.),#52);#52=(CONVERSION_BASED_UNIT('A',#6)LENGTH_UNIT()NAMED_UNIT(*)); => lost #50 37 its unit is of two kinds
 1.),#52);#52=(CONVERSION_BASED_UNIT('A',#53)LENGTH_UNIT()NAMED_UNIT(*));#53=MEASURE_WITH_UNIT(LENGTH_MEASURE(0.),#1); => lost #50 37 its unit has no size
@@ -305,6 +324,7 @@ $,#32); => lost #50 37 it has no magnitude
   Expect("", R"(
 #50=GEOMETRIC_TOLERANCE_RELATIONSHIP('','',#22,#22); => lost #50 37 it does not join two tolerances
 #50=DATUM_TARGET('','area',#10,.T.,'1'); => lost #50 37 it is the target of no datum
+#50=(DATUM_TARGET('1')PLACED_DATUM_TARGET_FEATURE()SHAPE_ASPECT('','',#10,.T.)); => Lost: 1@ & lost #50 37 it is the target of no datum
 #50=DIMENSIONAL_SIZE(#52,'width'); => lost #50 37 #52 does not exist
 #50=DIMENSIONAL_SIZE(#32,'girth'); => reduced #50 37 its kind 'girth' is unknown
 #50=DIMENSIONAL_SIZE_WITH_PATH(#32,'curve length',#33); => reduced #50 37 its path is left out
@@ -457,6 +477,17 @@ LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(50000000.E-10),#4); => ⏥ | 0.127 & wri
 )");
 }
 
+TEST(HostStep, LengthsAreInTheUnitThatTheFileStatesForItsShape) {
+  const auto with = [](const std::string& from, const std::string& to) {
+    std::string text = Document("#50=FLATNESS_TOLERANCE('','',#22,#32);");
+    return TextOf(text.replace(text.find(from), from.size(), to));
+  };
+  EXPECT_THAT(with("ADVANCED_BREP_SHAPE_R", "CSG_SHAPE_R"), HasSubstr("⏥ | 0.1\n"));
+  const std::string metres = with("GLOBAL_UNIT_ASSIGNED_CONTEXT((#1,#5))", "");
+  EXPECT_THAT(metres, HasSubstr("⏥ | 0.0001\n"));
+  EXPECT_THAT(metres, HasSubstr("reduced #1 6 no shape states its unit of length"));
+}
+
 TEST(HostStep, TolerancesOfEveryKindAreReadAloneAndInComplexInstances) {
   const char* const kinds[][2] = {
       {"CYLINDRICITY", "⌭"}, {"FLATNESS", "⏥"},     {"LINE_PROFILE", "⌒"},   {"POSITION", "⌖"},
@@ -493,7 +524,9 @@ within a circle'); => ⌖ | ⌀0.1
 spherical'); => ⌖ | S⌀0.1
 within a sphere'); => ⌖ | S⌀0.1
 between two equidistant surfaces'); => ⌖ | 0.1
-non uniform'); => reduced #51 37 that the zone is not uniform is left out
+non uniform'); => ⌖ | 0.1 & reduced #51 37 that the zone is 'non uniform' is left out
+within a tube'); => reduced #51 37 that the zone is 'within a tube' is left out
+');#53=TOLERANCE_ZONE('',$,#10,.F.,(#50),#54);#54=TOLERANCE_ZONE_FORM('spherical'); => ⌖ | 0.1@ & reduced #53 37 its second zone is left out & listed 1
 ');#53=PROJECTED_ZONE_DEFINITION(#51,(),#32,#54);#54=MEASURE_WITH_UNIT(LENGTH_MEASURE(1.),#4); => ⌖ | 0.1 Ⓟ25.4 & written projected 1 inch
 ');#53=PROJECTED_ZONE_DEFINITION(#51,(),#32,#22); => ⌖ | 0.1 Ⓟ0.1 & listed 0
 ');#53=PROJECTED_ZONE_DEFINITION_WITH_OFFSET(#51,(),#32,#22,#22); => ⌖ | 0.1 Ⓟ0.1 & reduced #53 37 the zone's further definition is left out
@@ -532,6 +565,13 @@ SOMETHING_ELSE()); => reduced #50 37 SOMETHING_ELSE is left out
 #51);#51=BETWEEN_SHAPE_ASPECT('','',#10,.T.); => reduced #51 37 the model has no mark for it
 #51);#51=ALL_AROUND_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#51,#33);#53=SHAPE_ASPECT_RELATIONSHIP('','',#51,#31); => ⏥ | 0.1 (all around) & on face "f2", face "f3", face "f1"
 #51);#51=SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_RELATIONSHIP('','',#33,#51); => ⏥ | 0.1
+#51);#51=DIMENSIONAL_SIZE(#33,'width'); => ⏥ | 0.1  on face "f2", face "f3"
+#51);#51=DIMENSIONAL_LOCATION('linear distance','',#31,#32); => ⏥ | 0.1  on face "f1", face "f2"
+#51);#51=SHAPE_ASPECT('','',#10,.T.);#52=CHAIN_BASED_GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#16,(),()); => on face "f3"
+#31);#51=SHAPE_ASPECT_RELATIONSHIP('','',#33,#37); => ⏥ | 0.1  on face "f1"@ & [A]  on face "f1", face "f2", face "f3"
+#10);#51=MANIFOLD_SOLID_BREP('b',#52);#52=CLOSED_SHELL('',());#53=GEOMETRIC_CURVE_SET('w',(#17));#54=SHAPE_REPRESENTATION('',(#53),#9); => on body "body", body "b"@
+#32);#51=DIRECTED_TOLERANCE_ZONE('',$,#10,.F.,(#50),#52,#20,.PARALLEL.);#52=TOLERANCE_ZONE_FORM('within a cylinder'); => ⏥ | ⌀0.1 & reduced #51 37 DIRECTED_TOLERANCE_ZONE is left out
+#32);#51=(SHAPE_ASPECT('',$,#10,.F.)TOLERANCE_ZONE((#50),#52)TOLERANCE_ZONE_WITH_DATUM(#37));#52=TOLERANCE_ZONE_FORM('spherical'); => ⏥ | S⌀0.1 & reduced #51 37 the zone's datum is left out & listed 1
 #51);#51=DERIVED_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_DERIVING_RELATIONSHIP('','',#51,#32);#53=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#21); => on face "f2" & ignored #53
 #51);#51=DERIVED_SHAPE_ASPECT('','',#10,.T.);#52=SHAPE_ASPECT_DERIVING_RELATIONSHIP('','',#51,#32);#53=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#22); => on face "f2" & lost #53
 #51);#51=SHAPE_ASPECT('','',#10,.T.);#52=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#53);#53=COMPOUND_REPRESENTATION_ITEM('',LIST_REPRESENTATION_ITEM((#16,#14))); => on face "f3", face "f1"
@@ -560,6 +600,13 @@ COMMON_DATUM_LIST((#53,#54)),$); => ∥ | 0.1 | B plane-A
 #60,(SIMPLE_DATUM_REFERENCE_MODIFIER(.TRANSLATION.),SIMPLE_DATUM_REFERENCE_MODIFIER(.DEGREE_OF_FREEDOM_CONSTRAINT_X.))); => ∥ | 0.1 | B ▷ & reduced #50 37 the model has no datum modifier DEGREE_OF_FREEDOM_CONSTRAINT_X
 #33,$); => ∥ | 0.1 & lost #50 37 its datum #33 could not be read
 )");
+  Expect(
+      "#50=PARALLELISM_TOLERANCE('','',#22,#33,(#51));#51=(DATUM_SYSTEM((#52))SHAPE_ASPECT('',$,#"
+      "10,.F.));#52=(DATUM_REFERENCE_COMPARTMENT()GENERAL_DATUM_REFERENCE(",
+      R"(
+#37,$)SHAPE_ASPECT('',$,#10,.F.)); => ∥ | 0.1 | A@
+COMMON_DATUM_LIST((#53)),$)SHAPE_ASPECT('',$,#10,.F.));#53=(DATUM_REFERENCE_ELEMENT()GENERAL_DATUM_REFERENCE(#37,(SIMPLE_DATUM_REFERENCE_MODIFIER(.PLANE.)))SHAPE_ASPECT('',$,#10,.F.)); => ∥ | 0.1 | A plane
+)");
   // The first edition's, by their precedence.
   Expect(datumB + "#50=PARALLELISM_TOLERANCE('','',#22,#33,(#51,#52));#51=DATUM_REFERENCE(2,#37);",
          R"(
@@ -584,6 +631,7 @@ DIMENSIONAL_SIZE_WITH_PATH(#33,'curve length',#32); => curveLength, curveLength,
 ANGULAR_SIZE(#33,'angle',.SMALL.); => angle, angular,
 ANGULAR_LOCATION('','',#32,#33,.SMALL.); => angleBetween, angular,
 DIMENSIONAL_LOCATION('linear distance','',#31,#32); => distance, linear, & on face "f1", face "f2"
+DIMENSIONAL_LOCATION('linear distance','',#37,#32); => distance, linear, & on face "f1", face "f2"
 DIMENSIONAL_LOCATION('curved distance','',#32,#33); => curveLength, curveLength,
 DIRECTED_DIMENSIONAL_LOCATION('linear distance inner outer','',#31,#32); => distance, linear,
 DIMENSIONAL_SIZE_WITH_DATUM_FEATURE(#50,'diameter','','',#10,.T.);#51=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#50,#11,#16); => "diameter" & diameter, diametral, tolerance none & on face "f3"
@@ -596,6 +644,8 @@ DIMENSIONAL_LOCATION_WITH_DATUM_FEATURE('f','',#10,.T.,'linear distance','',#31,
 #57=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(9.8),#1);#56=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.1),#1); => 10.1/9.8 & value 10, lower -0.2, upper 0.1, precision 0, tolerance precision 1
 #57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(9.8),#1);#56=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(10.1),#1); => 10.1/9.8 & value 10, lower -0.2, upper 0.1,
 #56=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(9.8),#1);#57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(1.),#4); => lower -0.2, upper 15.4, & written upper 1 inch
+#56=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.2),#1);#57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(11.),#1); => upper 0.2, & lost #50 37 its second value is left out
+#56=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.1),#1);#57=DESCRIPTIVE_REPRESENTATION_ITEM('','');#58=PLUS_MINUS_TOLERANCE(#59,#50);#59=TOLERANCE_VALUE(#22,#22); => lower 0.1, upper 0.1, & reduced #50 37 its limits are left out
 #56=MEASURE_REPRESENTATION_ITEM('',LENGTH_MEASURE(9.8),#1);#57=DESCRIPTIVE_REPRESENTATION_ITEM('',''); => value 9.8, & lost #50 37 its second value is left out
 )");
   Expect(Dimension("DIMENSIONAL_SIZE(#33,'width')", "#53", ten) +
@@ -605,6 +655,7 @@ DIMENSIONAL_LOCATION_WITH_DATUM_FEATURE('f','',#10,.T.,'linear distance','',#31,
 TOLERANCE_VALUE(#56,#57); => value 10, lower -0.2, upper 0.254, precision 0, tolerance precision 2 & written upper 0.01 inch
 TOLERANCE_VALUE(#57,#56); => value 10, lower -0.2, upper 0.254,
 TOLERANCE_VALUE(#57,#6); => lost #50 37 it is no length
+TOLERANCE_VALUE(#56,#57);#58=PLUS_MINUS_TOLERANCE(#59,#50);#59=TOLERANCE_VALUE(#22,#22); => lower -0.2, upper 0.254, & lost #50 37 its second tolerance is left out
 LIMITS_AND_FITS('H','hole','7',''); => 10H7 & reduced #50 37 the model has the name of the fit
 DATUM_REFERENCE(1,#37); => lost #50 37 it is no tolerance value
 )");
@@ -612,7 +663,10 @@ DATUM_REFERENCE(1,#37); => lost #50 37 it is no tolerance value
              "#54=DESCRIPTIVE_REPRESENTATION_ITEM('dimensional note','",
          R"(
 theoretical'); => [10]
+theoretical exact'); => [10]
+basic'); => [10]
 auxiliary'); => (10)
+reference'); => (10)
 controlled radius'); => after "controlled radius"
 statistical'); => after "statistical"
 4 HOLES'); => after "4 HOLES"
@@ -656,6 +710,9 @@ TEST(HostStep, DatumsHaveTheirFeaturesAndTargetsTheirPlaces) {
 #50=DATUM('',$,#10,.F.,'B');#51=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#50,#11,#16); => [B] & on face "f3"
 #50=DATUM_TARGET('','area',#10,.T.,'2');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#52);#52=DATUM('',$,#10,.F.,'Z');#54=FEATURE_FOR_DATUM_TARGET_RELATIONSHIP('','',#33,#50); => [Z] & targets Z2 & (Z2) & area & on face "f2", face "f3"
 #50=PLACED_DATUM_TARGET_FEATURE('','point',#10,.T.,'1');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#37); => reduced #50 37 its place is not stated
+#50=(DATUM_TARGET('1')PLACED_DATUM_TARGET_FEATURE()SHAPE_ASPECT('','point',#10,.T.));#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#37);#52=PROPERTY_DEFINITION('','',#50);#53=SHAPE_DEFINITION_REPRESENTATION(#52,#54);#54=SHAPE_REPRESENTATION_WITH_PARAMETERS('',(#20),#9); => (A1) & point at (1, 2, 3)
+#50=DATUM_TARGET('','curve',#10,.T.,'2');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#37); => (A2)  unknown & reduced #50 37 its kind 'curve' is unknown
+#50=DATUM_TARGET('','circular curve',#10,.T.,'2');#51=SHAPE_ASPECT_RELATIONSHIP('','',#50,#37);#52=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#50,#11,#16); => (A2)  circle & [A]  targets A2  on face "f1"@
 )");
 }
 
@@ -667,6 +724,7 @@ TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
 #60)); => at (1, 5, 5) x (1, 0, 0) & "flat"  ⏥ | 0.1 & reduced #52 37 the model has no drawn lines
 #66)); => at (2, 0, 3) x (1, 0, 0) y (0, 0, 1)
 #60,#64)); => leader (1, 2, 3) to (0, 5, 5)
+#74));#74=TESSELLATED_ANNOTATION_OCCURRENCE('',(),#75);#75=TESSELLATED_GEOMETRIC_SET('',(#76));#76=TESSELLATED_CURVE_SET('',#77,((1,2)));#77=COORDINATES_LIST('',3,( (1.,0.,1.),(2.,0.,3.),(9.,0.,9.))); => at (2, 0, 3)
 #74));#74=TESSELLATED_ANNOTATION_OCCURRENCE('',(),#75);#75=TESSELLATED_GEOMETRIC_SET('',(#76));#76=TESSELLATED_CURVE_SET('',#77,((1,2)));#77=COORDINATES_LIST('',4,((+1.,0.,1.),(2.,0.,3.),(9.,9.),(9.,9.),(9.,0.,9.))); => at (2, 0, 3)
 #60));#55=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#51,#39,#52);#56=DRAUGHTING_MODEL('v',(#57,#52),#9);#57=CAMERA_MODEL_D3('v',#20,$); => "v"  2 annotations
 #60));#55=DRAUGHTING_CALLOUT('d',(#66));#56=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#50,#39,#55); => at (1, 5, 5) & reduced #55 37 the annotation has a presentation already
@@ -678,6 +736,10 @@ TEST(HostStep, PresentationsAreJoinedWithWhatTheyMean) {
   Expect(drawn, R"(
 #55=LEADER_DIRECTED_CALLOUT('n',(#70,#72)); => note "n"  "words⏎more"
 #55=DRAUGHTING_CALLOUT('n',(#70));#56=ANNOTATION_PLANE('',(),#21,(#70));#57=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#33,#39,#55); => at (1, 2, 3) x (1, 0, 0) & on face "f2", face "f3" & lost #54 37 #52
+)");
+  // Of texts and places for texts alone nothing is left out.
+  Expect("", R"(
+#50=DRAUGHTING_CALLOUT('n',(#51,#55));#51=ANNOTATION_TEXT_OCCURRENCE('',(),#52);#52=TEXT_LITERAL('','words',#20,'',.RIGHT.,$);#53=ANNOTATION_PLANE('',(),#21,(#50));#55=ANNOTATION_PLACEHOLDER_OCCURRENCE('',(),#17,.GPS_DATA.,1.); => note "n"  "words" & at (1, 2, 3) & listed 0
 )");
 }
 
@@ -723,6 +785,7 @@ TEST(HostStep, BodiesOfWiresAndShellsAreRead) {
 #50=TESSELLATED_SOLID('t',(#51),$);#51=TRIANGULATED_FACE('f',$); => on face "f" & count faces 4
 #50=EDGE_BASED_WIREFRAME_MODEL('w',(#52));#52=CONNECTED_EDGE_SET('',(#51));#51=EDGE_CURVE('e',#60,#60,$,.T.);#60=VERTEX_POINT('v',#17); => on edge "e" & count bodies 2 & count vertices 1
 #50=BREP_WITH_VOIDS('b',#52,(#56));#52=CLOSED_SHELL('',(#51));#51=ADVANCED_FACE('f',(),$,.T.);#56=ORIENTED_CLOSED_SHELL('',*,#57,.F.);#57=CLOSED_SHELL('',(#58));#58=ADVANCED_FACE('g',(),$,.T.); => on face "f" & count faces 5
+#50=(BREP_WITH_VOIDS((#57))FACETED_BREP()MANIFOLD_SOLID_BREP(#52)REPRESENTATION_ITEM('v')SOLID_MODEL());#52=CLOSED_SHELL('',(#58));#57=CLOSED_SHELL('',(#51));#51=ADVANCED_FACE('f',(),$,.T.);#58=ADVANCED_FACE('g',(),$,.T.); => on face "f" & count faces 5 & count bodies 2
 #51=MANIFOLD_SOLID_BREP('again',#13); => on body "again" & ignored #14 19 it is in another body already
 )");
 }
@@ -734,7 +797,7 @@ TEST(HostStep, PartsOfAssembliesStandWithTheirPmiWhereTheyArePlaced) {
 #63=SHAPE_REPRESENTATION_RELATIONSHIP('','',#11,#52); => point at (1, 2, 3) & on body "body"
 #63=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#65,#66); => point at (98, 1, 3) & 1 tolerance & count bodies 1 & on body "body"
 #63=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#65,#66);#90=DRAUGHTING_MODEL('',(#91),#9);#91=CAMERA_MODEL_D3('cam',#20,#92);#92=VIEW_VOLUME(.PARALLEL.,#56,1.,0.,.F.,0.,.F.,.F.,#93);#93=PLANAR_BOX('',2.,2.,#20);#94=PRODUCT_DEFINITION_SHAPE('','',#50);#95=FLATNESS_TOLERANCE('all','',#22,#94); => "cam" parallel at (1, 2, 3) & tolerance "all" & lost #94 37 its product has no body & 2 tolerances
-#63=(REPRESENTATION_RELATIONSHIP('','',#52,#11)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#66,#65);#70=NEXT_ASSEMBLY_USAGE_OCCURRENCE('2','','',#50,#40,$);#71=PRODUCT_DEFINITION_SHAPE('','',#70);#72=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#73,#71);#73=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#74)SHAPE_REPRESENTATION_RELATIONSHIP());#74=ITEM_DEFINED_TRANSFORMATION('','',#65,#67); => point at (98, 1, 3) & point at (1, 2, 53) & 2 tolerances & 2 datums & count bodies 2 & listed 0
+#63=(REPRESENTATION_RELATIONSHIP('','',#52,#11)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#64)SHAPE_REPRESENTATION_RELATIONSHIP());#64=ITEM_DEFINED_TRANSFORMATION('','',#66,#65);#95=FLATNESS_TOLERANCE('','',#22,#96);#96=DIMENSIONAL_SIZE(#32,'width');#110=DRAUGHTING_CALLOUT('n',());#111=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#32,#39,#110);#112=DRAUGHTING_CALLOUT('of all',());#97=PRODUCT_DEFINITION('','',$,$);#98=NEXT_ASSEMBLY_USAGE_OCCURRENCE('3','','',#50,#97,$);#99=PRODUCT_DEFINITION_SHAPE('','',#97);#100=SHAPE_DEFINITION_REPRESENTATION(#99,#101);#101=SHAPE_REPRESENTATION('',(#102),#9);#102=MANIFOLD_SOLID_BREP('plain',#103);#103=CLOSED_SHELL('',());#104=PROPERTY_DEFINITION('','',#99);#70=NEXT_ASSEMBLY_USAGE_OCCURRENCE('2','','',#50,#40,$);#71=PRODUCT_DEFINITION_SHAPE('','',#70);#72=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#73,#71);#73=(REPRESENTATION_RELATIONSHIP('','',#11,#52)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION(#74)SHAPE_REPRESENTATION_RELATIONSHIP());#74=ITEM_DEFINED_TRANSFORMATION('','',#65,#67); => point at (98, 1, 3) & point at (1, 2, 53) & 4 tolerances & 2 datums & 2 dimensions & count bodies 3 & 3 notes & note "of all" & listed 6
 )");
 }
 
@@ -747,6 +810,9 @@ TEST(HostStep, NotesHaveTheTextThatTheFileStates) {
 #53=CHARACTERIZED_ITEM_WITHIN_REPRESENTATION('','',#50,#39);#54=PROPERTY_DEFINITION('','',#53);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#58),#9);#58=DESCRIPTIVE_REPRESENTATION_ITEM('equivalent unicode string','TXT\\nONE:\\n 2\\s#{diameter}3\\xTXT\\wFOUR'); => note "n"  "ONE:⏎ 2 #{diameter}3⏎FOUR"
 #53=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#54,#39,#50);#54=PROPERTY_DEFINITION('','',#10);#55=PROPERTY_DEFINITION_REPRESENTATION(#54,#56);#56=REPRESENTATION('',(#57,#58),#9);#57=DESCRIPTIVE_REPRESENTATION_ITEM('','one');#58=DESCRIPTIVE_REPRESENTATION_ITEM('','two'); => note "n"  "one⏎two"
 #53=ANNOTATION_TEXT_OCCURRENCE('t',(),#54);#54=TEXT_LITERAL('','alone',#20,'',.RIGHT.,$); => note "t"  "alone"
+#53=ANNOTATION_TEXT_OCCURRENCE('t',(),#54);#54=COMPOSITE_TEXT('',(#55,#56,#54));#55=TEXT_LITERAL_WITH_EXTENT('','one',#20,'',.RIGHT.,$,#58);#56=(COMPOSITE_TEXT((#57))GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM(''));#57=(GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM('')TEXT_LITERAL('two',#20,'',.RIGHT.,$)TEXT_LITERAL_WITH_EXTENT(#58));#58=PLANAR_EXTENT('',1.,1.); => note "t"  "one⏎two"
+#53=STRUCTURED_DIMENSION_CALLOUT('s',(#50)); => note "s" & 1 note
+#53=ANNOTATION_TEXT_OCCURRENCE('\X4\0001F600\X0\ü⌀',(),#54);#54=TEXT_LITERAL('','\X\E9',#20,'',.RIGHT.,$); => note "😀ü⌀"  "é"
 #53=(ANNOTATION_OCCURRENCE()ANNOTATION_SYMBOL_OCCURRENCE()REPRESENTATION_ITEM('s')STYLED_ITEM((),#17)); => note "s" & 2 notes
 #53=SURFACE_TEXTURE_REPRESENTATION('',(),#9); => lost #53 37 it is PMI that is not read
 #53=INVISIBILITY((#50)); => note "n"  ""  hidden
@@ -767,7 +833,9 @@ TEST(HostStep, SavedViewsHaveTheirCamerasAndMembers) {
 #64=CAMERA_MODEL_D3('in',#20,#67);#65=DRAUGHTING_MODEL('m',(#64,#51),#9);#67=VIEW_VOLUME(.PARALLEL.,#62,3.,0.,.F.,0.,.F.,.F.,#60); => "in" parallel at (1, 2, 3) to (1, -1, 3) along (0, -1, 0)
 #64=CAMERA_MODEL_D3('',#20,#66);#65=DRAUGHTING_MODEL('m',(#64,#52),#9); => "m"  2 annotations & perspective at (1, -48, 3) to (1, 2, 3) along (0, 1, 0) up (0, 0, 1) angle 11.421186 zoom 0.2
 #64=CAMERA_MODEL_D3_MULTI_CLIPPING('cam',#20,#63,(#21));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam"  0 annotations & clipping plane through (1, 2, 3) normal (0, -1, 0) & 1 capture
-#64=(CAMERA_MODEL_D3(#20,#63)CAMERA_MODEL_D3_MULTI_CLIPPING((#21,#21))REPRESENTATION_ITEM('cam'));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam" parallel at (1, 2, 3) & 1 capture & reduced #64 37 the model has one clipping plane
+#64=(CAMERA_MODEL_D3(#20,#63)CAMERA_MODEL_D3_MULTI_CLIPPING((#21,#21))REPRESENTATION_ITEM('cam'));#65=DRAUGHTING_MODEL('m',(#64),#9); => "cam" parallel at (1, 2, 3) & 1 capture & clipping plane through (1, 2, 3) & reduced #64 37 the model has one clipping plane
+#64=CAMERA_MODEL_D3_MULTI_CLIPPING('cam',#20,#63,(#67));#65=DRAUGHTING_MODEL('m',(#64),#9);#67=CAMERA_MODEL_D3_MULTI_CLIPPING_INTERSECTION('',(#21,#21)); => "cam" parallel & reduced #64 37 the model has one clipping plane & listed 2
+#64=CAMERA_MODEL_D3_WITH_HLHSR('cam',#20,#63,.T.);#65=DRAUGHTING_MODEL('m',(#64,#51),#9); => "cam"  2 annotations & "cam" parallel at (1, 2, 3)
 #64=CAMERA_MODEL_D3('cam',#20,$);#65=DRAUGHTING_MODEL('m',(#64,#51),#9); => "cam"  2 annotations & reduced #64 37 a reference is missing
 )");
 }

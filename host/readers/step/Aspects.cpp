@@ -13,6 +13,11 @@ constexpr const char* kGeometry[] = {
     "AXIS1_PLACEMENT", "AXIS2_PLACEMENT_3D", "CARTESIAN_POINT",          "CIRCLE", "LINE", "PLANE",
     "POLYLINE",        "TRIMMED_CURVE",      "B_SPLINE_CURVE_WITH_KNOTS"};
 
+constexpr std::string_view kUsages[] = {"GEOMETRIC_ITEM_SPECIFIC_USAGE",
+                                        "ITEM_IDENTIFIED_REPRESENTATION_USAGE",
+                                        "CHAIN_BASED_GEOMETRIC_ITEM_SPECIFIC_USAGE",
+                                        "CHAIN_BASED_ITEM_IDENTIFIED_REPRESENTATION_USAGE"};
+
 class AspectReader {
  public:
   explicit AspectReader(Reading& reading) : reading_(reading) {}
@@ -51,30 +56,35 @@ class AspectReader {
     const Instance& instance = reading_.Get(aspect);
     // On the product's shape: on all its bodies.
     if (instance.Find("PRODUCT_DEFINITION_SHAPE") != nullptr) {
-      if (reading_.firstBody == nullptr) {
+      if (reading_.wholeShape.empty()) {
         reading_.Skip(Severity::kLost, aspect, "its product has no body");
-      } else if (added_.insert(reading_.firstBody).second) {
-        entities_.push_back(reading_.firstBody);
+      }
+      reading_.Spend(reading_.wholeShape.size());
+      for (ENTITY* body : reading_.wholeShape) {
+        if (added_.insert(body).second) entities_.push_back(body);
       }
       return {};
     }
     isDerived_ = !reading_.ReferrersOf(aspect, "SHAPE_ASPECT_DERIVING_RELATIONSHIP").empty();
-    std::vector<Id> parts;
+    // A tolerance may name a size or a location in the place of what that is on.
+    std::vector<Id> parts = MeasuredBy(instance);
+    const bool isDatum = IsDatum(aspect);
     const std::vector<Id> users = reading_.file.ReferrersOf(aspect);
     reading_.Spend(1 + users.size() / 100);
     for (const Id user : users) {
       const Instance* const use = Find(user);
       if (use == nullptr) continue;
       const Record& record = use->records.front();
-      if (record.name == "GEOMETRIC_ITEM_SPECIFIC_USAGE" ||
-          record.name == "ITEM_IDENTIFIED_REPRESENTATION_USAGE") {
+      if (std::find(std::begin(kUsages), std::end(kUsages), record.name) != std::end(kUsages)) {
         if (record.Reference(2) == aspect) AddItems(record, user);
       } else if (record.name == "SHAPE_ASPECT_RELATIONSHIP" ||
                  record.name == "SHAPE_ASPECT_DERIVING_RELATIONSHIP") {
-        // From the whole to a part, from what is derived to what it is derived from. The datum that
-        // a feature defines is neither.
+        // From the whole to a part, from what is derived to what it is derived from, from a datum
+        // to the feature that defines it and not back.
+        const Id relating = record.Reference(2);
         const Id related = record.Reference(3);
-        if (record.Reference(2) == aspect && !IsDatum(related)) parts.push_back(related);
+        if (relating == aspect && !IsDatum(related)) parts.push_back(related);
+        if (isDatum && related == aspect && !IsTarget(relating)) parts.push_back(relating);
       } else if (record.name == "FEATURE_FOR_DATUM_TARGET_RELATIONSHIP") {
         if (record.Reference(3) == aspect) parts.push_back(record.Reference(2));
       }
@@ -87,6 +97,10 @@ class AspectReader {
     return instance != nullptr &&
            std::any_of(std::begin(kGeometry), std::end(kGeometry),
                        [&](const char* entity) { return instance->Find(entity) != nullptr; });
+  }
+
+  bool IsTarget(Id id) {
+    return reading_.Is(id, "DATUM_TARGET") || reading_.Is(id, "PLACED_DATUM_TARGET_FEATURE");
   }
 
   bool IsDatum(Id id) { return reading_.Is(id, "DATUM") || reading_.Is(id, "COMMON_DATUM"); }

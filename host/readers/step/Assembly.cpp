@@ -57,6 +57,8 @@ Id Assembly::ProductOfShape(Id shape) {
   if (!isNew) return known->second;
   try {
     const Instance* instance = &reading_.Get(shape);
+    const std::vector<Id> measured = MeasuredBy(*instance);
+    if (!measured.empty()) instance = &reading_.Get(measured.front());
     if (instance->Find("PRODUCT_DEFINITION_SHAPE") == nullptr) {
       instance = &reading_.Get(instance->As("SHAPE_ASPECT").Reference(2));
     }
@@ -67,6 +69,18 @@ Id Assembly::ProductOfShape(Id shape) {
     }
   } catch (const Unreadable&) {
     // It is of no product.
+  }
+  return known->second;
+}
+
+bool Assembly::HasAspects(Id product) {
+  const auto [known, isNew] = hasAspects_.try_emplace(product, false);
+  if (!isNew) return known->second;
+  for (const Id shape : reading_.ReferrersOf(product, "PRODUCT_DEFINITION_SHAPE")) {
+    for (const Id user : reading_.file.ReferrersOf(shape)) {
+      known->second = known->second || !(reading_.Is(user, "SHAPE_DEFINITION_REPRESENTATION") ||
+                                         reading_.Is(user, "PROPERTY_DEFINITION"));
+    }
   }
   return known->second;
 }

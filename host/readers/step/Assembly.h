@@ -39,6 +39,8 @@ class Assembly {
 
   // The product definition of a shape aspect or of a product's shape; 0 when it names none.
   Id ProductOfShape(Id shape);
+  // Whether PMI may be on a product: something names its shape, or parts of it.
+  bool HasAspects(Id product);
   // The products whose shape has an item.
   const std::unordered_set<Id>& ProductsOfItem(Id item);
 
@@ -60,6 +62,7 @@ class Assembly {
   std::unordered_map<Id, std::unordered_set<Id>> productsOfRepresentation_;
   std::unordered_map<Id, std::unordered_set<Id>> productsOfItem_;
   std::unordered_map<Id, Id> productOfShape_;  // of those asked for
+  std::unordered_map<Id, bool> hasAspects_;    // by product; of those asked for
   std::unordered_set<Id> placed_;
   std::size_t most_;  // occurrences
 };

@@ -79,13 +79,15 @@ class FrameReader {
   // A datum, or the common datum of several elements, each with modifiers of its own.
   void AddCompartment(const Instance& compartment) {
     KOVAPMI_DREF& reference = NewReference();
+    // In a simple instance behind what every shape aspect has.
     const Record& record = compartment.As("GENERAL_DATUM_REFERENCE");
-    const Value& base = record.At(4);
-    const Value& modifiers = record.At(5);
+    const Value& base = record.At(record.count - 2);
+    const Value& modifiers = record.At(record.count - 1);
     if (base.kind == Value::kTyped) {
       for (const Value& element : base.Untyped()) {
         const Record& own = reading_.Get(element.Reference()).As("GENERAL_DATUM_REFERENCE");
-        AddDatum(reference, own.At(4).Reference(), {&own.At(5), &modifiers});
+        AddDatum(reference, own.At(own.count - 2).Reference(),
+                 {&own.At(own.count - 1), &modifiers});
       }
     } else {
       AddDatum(reference, base.Reference(), {&modifiers});

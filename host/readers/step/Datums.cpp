@@ -1,5 +1,7 @@
 // Datums, datum features and datum targets (ISO 5459, ASME Y14.5).
 
+#include <algorithm>
+
 #include "readers/step/Reading.h"
 
 namespace step {
@@ -11,6 +13,16 @@ std::string LastText(const Instance& instance, std::string_view entity) {
   const Record& record = instance.As(entity);
   return record.Text(record.count - 1);
 }
+
+struct TargetKind {
+  std::string_view name;
+  datum_target_type type;
+};
+
+constexpr TargetKind kTargetKinds[] = {
+    {"point", datum_target_point},         {"line", datum_target_line},
+    {"circle", datum_target_circle},       {"circular curve", datum_target_circle},
+    {"rectangle", datum_target_rectangle}, {"area", datum_target_area}};
 
 class DatumsReader {
  public:
@@ -24,9 +36,11 @@ class DatumsReader {
         reading_.Try(id, [&] { ReadDatum(reading_.Get(id)); });
       }
     }
+    std::unordered_set<Id> seen;  // a complex instance is of both
     for (const char* entity : {"DATUM_TARGET", "PLACED_DATUM_TARGET_FEATURE"}) {
       for (const Id id : reading_.file.Of(entity)) {
-        if (reading_.annotations.count(id) == 0 && reading_.IsOfProduct(id)) {
+        if (reading_.annotations.count(id) == 0 && reading_.IsOfProduct(id) &&
+            seen.insert(id).second) {
           reading_.Skip(Severity::kLost, id, "it is the target of no datum");
         }
       }
@@ -54,8 +68,7 @@ class DatumsReader {
         if (seen.insert(entity).second) entities.push_back(entity);
       }
     };
-    for (const Id feature : features) append(feature);
-    append(datum.id);  // its own aspect may identify topology, too
+    append(datum.id);  // its features, and what its own aspect identifies
     std::vector<ATTRIB_KOVAPMI_DATUM_TARGET*> made;
     for (const Id target : targets) {
       reading_.Count("datumTargets");
@@ -75,23 +88,25 @@ class DatumsReader {
 
   ATTRIB_KOVAPMI_DATUM_TARGET& ReadTarget(const Instance& instance, const std::string& datum) {
     const bool isPlaced = instance.Find("PLACED_DATUM_TARGET_FEATURE") != nullptr;
-    const std::string label =
-        reading_.Spend(datum) +
-        LastText(instance, isPlaced ? "PLACED_DATUM_TARGET_FEATURE" : "DATUM_TARGET");
+    const std::string label = reading_.Spend(datum) + LastText(instance, "DATUM_TARGET");
     const std::string kind = instance.As("SHAPE_ASPECT").Text(1);
     const std::vector<ENTITY*> entities = reading_.EntitiesOf(instance.id);
     auto& attribute =
         reading_.part.AddDatumTarget(reading_.Carrier(entities), Wide(label).c_str(), nullptr);
     auto& target = standin::Edit(standin::TargetOf(attribute));
     if (entities.empty()) target.geometry = nullptr;
-    target.type = kind == "point"       ? datum_target_point
-                  : kind == "line"      ? datum_target_line
-                  : kind == "circle"    ? datum_target_circle
-                  : kind == "rectangle" ? datum_target_rectangle
-                                        : datum_target_area;
     reading_.Describe(attribute, instance.id, "datum target", label);
     reading_.annotations[instance.id] = &attribute;
-    if (kind == "circular curve") target.type = datum_target_circle;
+    const auto* const known =
+        std::find_if(std::begin(kTargetKinds), std::end(kTargetKinds),
+                     [&](const TargetKind& each) { return each.name == kind; });
+    if (known != std::end(kTargetKinds)) {
+      target.type = known->type;
+    } else {
+      target.type = datum_target_unknown;
+      reading_.Skip(Severity::kReduced, instance.id, "its kind '" + kind + "' is unknown",
+                    &attribute);
+    }
     if (isPlaced) ReadPlace(instance.id, attribute, target);
     return attribute;
   }

@@ -25,6 +25,13 @@ std::pair<const Record*, std::uint32_t> OwnOf(const Instance& instance, bool isS
   return {&record, isBoth && record.At(isSize ? 0 : 3).kind != Value::kReference ? 4 : 0};
 }
 
+// The aspects that a size or a location is on.
+std::vector<Id> AspectsOf(const Instance& instance, bool isSize) {
+  const auto [own, first] = OwnOf(instance, isSize);
+  if (isSize) return {own->Reference(first)};
+  return {own->Reference(first + 2), own->Reference(first + 3)};
+}
+
 class DimensionReader {
  public:
   DimensionReader(Reading& reading, const Instance& instance, bool isSize)
@@ -58,17 +65,11 @@ class DimensionReader {
 
  private:
   KOVAPMI_DIMENSION& MakeDimension() {
-    std::string name;
     std::vector<ENTITY*> members;
     const auto [own, first] = OwnOf(instance_, isSize_);
-    if (isSize_) {
-      name = own->Text(first + 1);
-      members = reading_.EntitiesOf(own->Reference(first));
-    } else {
-      name = own->Text(first);
-      members = reading_.EntitiesOf(own->Reference(first + 2));
-      for (ENTITY* entity : reading_.EntitiesOf(own->Reference(first + 3)))
-        members.push_back(entity);
+    const std::string name = own->Text(isSize_ ? first + 1 : first);
+    for (const Id aspect : AspectsOf(instance_, isSize_)) {
+      for (ENTITY* entity : reading_.EntitiesOf(aspect)) members.push_back(entity);
     }
     const DimensionKind kind = KindOf(name, isSize_, isAngular_);
     auto& dimension = reading_.part.AddDimension(members, kind.type, kind.subtype, 0);
@@ -117,18 +118,15 @@ class DimensionReader {
     }
     if (const Record* range = item.Find("VALUE_RANGE")) return ReadItems(*range, depth);
     const Quantity quantity = reading_.units.Measure(id, isAngular_);
-    if (name == "upper limit" || name == "maximum") {
-      limits_[0] = quantity;
-      hasLimit_[0] = true;
-    } else if (name == "lower limit" || name == "minimum") {
-      limits_[1] = quantity;
-      hasLimit_[1] = true;
-    } else if (!hasValue_) {
-      value_ = quantity;
-      hasValue_ = true;
-    } else {
+    const bool isUpper = name == "upper limit" || name == "maximum";
+    const bool isLower = name == "lower limit" || name == "minimum";
+    bool& isKnown = isUpper ? hasLimit_[0] : isLower ? hasLimit_[1] : hasValue_;
+    if (isKnown) {
       reading_.Skip(Severity::kLost, instance_.id, "its second value is left out", dimension_);
+    } else {
+      (isUpper ? limits_[0] : isLower ? limits_[1] : value_) = quantity;
     }
+    isKnown = true;
     ReadQualifiers(item);
   }
 
@@ -182,6 +180,7 @@ class DimensionReader {
       return;
     }
     if (record.name != "TOLERANCE_VALUE") throw Unreadable(range.id, "it is no tolerance value");
+    if (hasDeviations_) throw Unreadable(range.id, "its second tolerance is left out");
     deviations_[0] = reading_.units.Measure(record.Reference(1), isAngular_);
     deviations_[1] = reading_.units.Measure(record.Reference(0), isAngular_);
     // In whichever order they stand.
@@ -205,6 +204,10 @@ class DimensionReader {
     } else {
       fields.value_precision = kNotStated;
       reading_.Skip(Severity::kReduced, instance_.id, "it has no value", dimension_);
+    }
+    if (hasDeviations_ && (hasLimit_[0] || hasLimit_[1])) {
+      reading_.Skip(Severity::kReduced, instance_.id, "its limits are left out beside deviations",
+                    dimension_);
     }
     const char* const names[] = {"upper", "lower"};
     fields.tolerance_precision = kNotStated;
@@ -267,13 +270,22 @@ void ReadDimensions(Reading& reading) {
   for (const auto& [id, isSize] : all) {
     reading.Try(id, [&, id = id, isSize = isSize] {
       const Instance& instance = reading.Get(id);
-      const auto [own, first] = OwnOf(instance, isSize);
-      const Id aspect = own->Reference(isSize ? first : first + 2);
-      if (!reading.IsOfProduct(aspect, id)) return;
+      if (!reading.IsOfProduct(AspectsOf(instance, isSize).front(), id)) return;
       reading.Count("dimensions");
-      DimensionReader(reading, reading.Get(id), isSize).Read();
+      DimensionReader(reading, instance, isSize).Read();
     });
   }
+}
+
+std::vector<Id> MeasuredBy(const Instance& instance) {
+  const auto isOneOf = [&](const auto& entities) {
+    return std::any_of(std::begin(entities), std::end(entities),
+                       [&](const char* entity) { return instance.Find(entity) != nullptr; });
+  };
+  // One that is a datum feature besides identifies its own topology.
+  if (instance.Find(kSizes[3]) != nullptr || instance.Find(kLocations[4]) != nullptr) return {};
+  const bool isSize = isOneOf(kSizes);
+  return isSize || isOneOf(kLocations) ? AspectsOf(instance, isSize) : std::vector<Id>();
 }
 
 }  // namespace step

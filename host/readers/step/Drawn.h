@@ -7,10 +7,16 @@
 namespace step {
 
 // The entities of callouts.
-inline constexpr std::string_view kCallouts[] = {
-    "DRAUGHTING_CALLOUT",           "LEADER_DIRECTED_CALLOUT", "PROJECTION_DIRECTED_CALLOUT",
-    "DATUM_FEATURE_CALLOUT",        "DATUM_TARGET_CALLOUT",    "DIMENSION_CALLOUT",
-    "GEOMETRICAL_TOLERANCE_CALLOUT"};
+inline constexpr std::string_view kCallouts[] = {"DRAUGHTING_CALLOUT",
+                                                 "LEADER_DIRECTED_CALLOUT",
+                                                 "PROJECTION_DIRECTED_CALLOUT",
+                                                 "DATUM_FEATURE_CALLOUT",
+                                                 "DATUM_TARGET_CALLOUT",
+                                                 "DIMENSION_CALLOUT",
+                                                 "GEOMETRICAL_TOLERANCE_CALLOUT",
+                                                 "STRUCTURED_DIMENSION_CALLOUT",
+                                                 "SURFACE_CONDITION_CALLOUT",
+                                                 "DIMENSION_CURVE_DIRECTED_CALLOUT"};
 
 // Whether an instance is a callout; false when it does not exist.
 bool IsCallout(Reading& reading, Id id);

@@ -123,8 +123,9 @@ Scale GeometryReader::ScaleOf(Id body) {
 // The faces of shells that a solid has turned round.
 std::unordered_set<Id> GeometryReader::TurnedFaces(const Instance& solid) {
   std::unordered_set<Id> faces;
-  if (solid.Find("BREP_WITH_VOIDS") == nullptr) return faces;
-  for (const Value& value : solid.records.front().List(2)) {
+  const Record* const hollow = solid.Find("BREP_WITH_VOIDS");
+  if (hollow == nullptr) return faces;
+  for (const Value& value : hollow->List(hollow->count - 1)) {
     const Record& shell = reading_.Get(value.Reference()).records.front();
     if (shell.name != "ORIENTED_CLOSED_SHELL" || shell.Enumeration(3) != "F") continue;
     for (const Value& face : reading_.Get(shell.Reference(2)).records.front().List(1)) {

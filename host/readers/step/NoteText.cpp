@@ -90,14 +90,29 @@ class NoteTextReader {
   // Adds a line with the text of a text occurrence; nothing of others.
   void AddText(const Instance& occurrence, std::string& text) {
     if (occurrence.Find("ANNOTATION_TEXT_OCCURRENCE") == nullptr) return;
-    const Instance& literal = reading_.Get(ItemOf(occurrence));
-    const Record* const record = literal.Find("TEXT_LITERAL");
-    if (record == nullptr) return;
-    // A simple instance has its name first.
-    AddLine(reading_, record->Text(record->count == 6 ? 1 : 0), text);
+    AddLiteral(ItemOf(occurrence), text);
   }
 
+  // A text, or several that stand side by side; none holds itself. A simple instance has its name
+  // first.
+  void AddLiteral(Id id, std::string& text) {
+    const Instance& instance = reading_.Get(id);
+    const std::uint32_t at = instance.records.size() == 1 ? 1 : 0;
+    for (const Record& record : instance.records) {
+      const std::string_view name = record.name;
+      if (name.substr(0, 12) == "TEXT_LITERAL" && record.count > 4) {
+        AddLine(reading_, record.Text(at), text);
+      } else if (name.substr(0, 14) == "COMPOSITE_TEXT" && record.count > at &&
+                 composites_.size() < kMostComposites && composites_.insert(id).second) {
+        for (const Value& part : record.List(at)) AddLiteral(part.Reference(), text);
+      }
+    }
+  }
+
+  static constexpr std::size_t kMostComposites = 100;
+
   Reading& reading_;
+  std::unordered_set<Id> composites_;
 };
 
 }  // namespace

@@ -253,9 +253,8 @@ class PresentationReader {
     std::vector<ENTITY*> entities;
     std::unordered_set<const ENTITY*> seen;
     for (const Id link : reading_.ReferrersOf(element, "DRAUGHTING_MODEL_ITEM_ASSOCIATION")) {
-      const Record& record = reading_.Get(link).records.front();
-      if (record.Reference(4) != element) continue;
-      for (ENTITY* entity : reading_.EntitiesOf(record.Reference(2))) {
+      const Id aspect = reading_.Get(link).records.front().Reference(2);
+      for (ENTITY* entity : reading_.EntitiesOf(aspect)) {
         if (seen.insert(entity).second) entities.push_back(entity);
       }
     }

@@ -43,6 +43,10 @@ Reading::Reading(std::string_view text, const std::string& name)
   }
   model.format = "STEP AP242";
   model.linearUnit = units.LinearUnit();
+  if (!units.IsStated() && !units.LinearUnit().empty()) {
+    Skip(Severity::kReduced, file.Of("LENGTH_UNIT").front(),
+         "no shape states its unit of length; it is taken to be in metres");
+  }
 }
 
 // --- Instances -----------------------------------------------------------------------------------
@@ -142,7 +146,7 @@ Placement Reading::PlacementOf(Id id, double scale) {
 void Reading::Begin(Assembly& assembly, const Occurrence& occurrence) {
   assembly_ = &assembly;
   occurrence_ = &occurrence;
-  firstBody = nullptr;
+  wholeShape.clear();
   topology.clear();
   entitiesOf_.clear();
   annotations.clear();

@@ -29,7 +29,7 @@ class Reading {
   Units units;
   Model model;
   standin::Part& part;
-  BODY* firstBody = nullptr;                    // of the occurrence that is being read
+  std::vector<ENTITY*> wholeShape;              // the bodies of the occurrence's shape
   std::unordered_set<const ENTITY*> inBody;     // topology that hangs together with a body
   std::unordered_map<Id, ENTITY*> topology;     // bodies, faces, edges, vertices
   std::unordered_map<Id, ENTITY*> annotations;  // by the instance that says what it means
@@ -132,6 +132,8 @@ void ReadDimensions(Reading& reading);
 void ReadPresentation(Reading& reading);
 void ReadSavedViews(Reading& reading);
 
+// The aspects that a size or a location is on; none for other instances.
+std::vector<Id> MeasuredBy(const Instance& instance);
 // The reference frame of a tolerance; null when it names none.
 KOVAPMI_DRF* ReadFrame(Reading& reading, const Instance& tolerance);
 // Adds the shape and the projection of a tolerance's zones to its row.

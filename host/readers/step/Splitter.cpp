@@ -63,8 +63,9 @@ std::string_view Splitter::Statement() {
   SkipBlanks();
   const std::size_t begin = at_;
   while (at_ < text_.size() && text_[at_] != ';') {
-    if (text_[at_] == '\'' || text_[at_] == '"') {
-      SkipQuoted(text_[at_]);
+    const char c = text_[at_];
+    if (c == '\'' || c == '"' || c == '<') {  // a string, a binary or the name of a resource
+      SkipQuoted(c == '<' ? '>' : c);
     } else if (text_.compare(at_, 2, "/*") == 0) {
       SkipBlanks();
     } else {
@@ -83,19 +84,17 @@ void Splitter::Split() {
   Require("HEADER");
   Require(";");
   ReadHeader();
-  bool hasData = false;
   while (!Take("END-ISO-10303-21")) {
-    if (Take("ANCHOR") || Take("REFERENCE") || Take("SIGNATURE")) {
+    if (Take("ANCHOR") || Take("REFERENCE")) {
       SkipSection();
     } else {
       if (at_ >= text_.size()) Require("END-ISO-10303-21");
       Require("DATA");
       Statement();
       ReadData();
-      hasData = true;
     }
   }
-  if (!hasData) exchange_.Fail(at_, "there is no data section");
+  if (exchange_.places_.empty()) exchange_.Fail(at_, "there is no data");
   // What follows may be signatures; they do not count.
 }
 
@@ -196,7 +195,11 @@ void Splitter::ReadBody(Id id, std::uint32_t place) {
 void Splitter::NoteEntity(Id id) {
   SkipBlanks();
   const std::size_t begin = at_;
-  if (at_ >= text_.size() || !IsNameStart(text_[at_])) return;
+  if (at_ >= text_.size()) return;
+  if (text_[at_] >= 'a' && text_[at_] <= 'z') {
+    exchange_.Fail(at_, "#" + std::to_string(id) + ": an entity's name is not in capital letters");
+  }
+  if (!IsNameStart(text_[at_])) return;
   while (at_ < text_.size() && IsNamePart(text_[at_])) ++at_;
   std::vector<Id>& ids = exchange_.byEntity_[text_.substr(begin, at_ - begin)];
   if (ids.empty() || ids.back() != id) ids.push_back(id);

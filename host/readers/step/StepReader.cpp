@@ -45,10 +45,15 @@ Model ReadStepText(std::string_view text, const std::string& name, Drawing* draw
     }
     reading.Begin(assembly, occurrence);
     // Most of a step's instances are of no use to the next.
-    for (const auto read : {step::ReadTopology, step::ReadDatums, step::ReadTolerances,
-                            step::ReadDimensions, step::ReadPresentation}) {
-      read(reading);
-      reading.file.Forget();
+    step::ReadTopology(reading);
+    reading.file.Forget();
+    // Most parts of an assembly have no PMI of their own, and each look for it goes through all.
+    if (occurrence.path.empty() || assembly.HasAspects(occurrence.product)) {
+      for (const auto read :
+           {step::ReadDatums, step::ReadTolerances, step::ReadDimensions, step::ReadPresentation}) {
+        read(reading);
+        reading.file.Forget();
+      }
     }
     if (drawing != nullptr) {
       geometry.Read(occurrence);

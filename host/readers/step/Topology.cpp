@@ -12,28 +12,29 @@ class TopologyReader {
       : reading_(reading), left_(100'000 + reading.file.Size() / 4) {}
 
   void Read() {
-    for (const char* solid : {"MANIFOLD_SOLID_BREP", "FACETED_BREP", "BREP_WITH_VOIDS"}) {
-      Each(solid, [&](const Instance& body) { ReadSolid(body); });
-    }
-    for (const char* model : {"SHELL_BASED_SURFACE_MODEL", "FACE_BASED_SURFACE_MODEL"}) {
-      Each(model, [&](const Instance& body) { ReadSurfaceModel(body); });
-    }
-    Each("EDGE_BASED_WIREFRAME_MODEL", [&](const Instance& body) { ReadWireframe(body); });
-    for (const char* set : {"GEOMETRIC_CURVE_SET", "GEOMETRIC_SET"}) {
-      Each(set, [&](const Instance& body) { ReadCurveSet(body); });
-    }
-    for (const char* tessellated : {"TESSELLATED_SOLID", "TESSELLATED_SHELL"}) {
-      Each(tessellated, [&](const Instance& body) { ReadTessellated(body); });
+    const struct {
+      std::vector<const char*> entities;
+      void (TopologyReader::*read)(const Instance&);
+    } kinds[] = {
+        {{"MANIFOLD_SOLID_BREP", "FACETED_BREP", "BREP_WITH_VOIDS"}, &TopologyReader::ReadSolid},
+        {{"SHELL_BASED_SURFACE_MODEL", "FACE_BASED_SURFACE_MODEL"},
+         &TopologyReader::ReadSurfaceModel},
+        {{"EDGE_BASED_WIREFRAME_MODEL"}, &TopologyReader::ReadWireframe},
+        {{"GEOMETRIC_CURVE_SET", "GEOMETRIC_SET"}, &TopologyReader::ReadCurveSet},
+        {{"TESSELLATED_SOLID", "TESSELLATED_SHELL"}, &TopologyReader::ReadTessellated}};
+    for (const auto& kind : kinds) {
+      // Bodies of another kind beside these are auxiliary, or the same shape once more.
+      isWhole_ = reading_.wholeShape.empty();
+      for (const char* entity : kind.entities) Each(entity, kind.read);
     }
   }
 
  private:
-  template <typename Work>
-  void Each(const char* entity, Work work) {
+  void Each(const char* entity, void (TopologyReader::*read)(const Instance&)) {
     for (const Id id : reading_.file.Of(entity)) {
       if (reading_.topology.count(id) != 0 || !reading_.HasItem(id)) continue;
       try {
-        work(reading_.Get(id));
+        (this->*read)(reading_.Get(id));
       } catch (const Unreadable& problem) {
         reading_.file.FailAt(problem.Of(), problem.what());
       }
@@ -42,7 +43,7 @@ class TopologyReader {
 
   BODY& Body(const Instance& instance) {
     BODY& body = reading_.part.Body();
-    if (reading_.firstBody == nullptr) reading_.firstBody = &body;
+    if (isWhole_) reading_.wholeShape.push_back(&body);
     Add(instance.id, body, "body");
     reading_.inBody.insert(&body);
     reading_.Count("bodies");
@@ -56,9 +57,12 @@ class TopologyReader {
 
   void ReadSolid(const Instance& solid) {
     BODY& body = Body(solid);
-    AddShell(solid.records.front().Reference(1), body);
-    if (solid.records.front().count <= 2) return;
-    for (const Value& shell : solid.records.front().List(2)) AddShell(shell.Reference(), body);
+    // In a complex instance the name and the voids stand elsewhere.
+    const Record& record = solid.As("MANIFOLD_SOLID_BREP");
+    AddShell(record.Reference(record.count == 1 ? 0 : 1), body);
+    const Record* const hollow = solid.Find("BREP_WITH_VOIDS");
+    if (hollow == nullptr) return;
+    for (const Value& shell : hollow->List(hollow->count - 1)) AddShell(shell.Reference(), body);
   }
 
   void ReadSurfaceModel(const Instance& model) {
@@ -209,7 +213,8 @@ class TopologyReader {
   }
 
   Reading& reading_;
-  std::size_t left_;  // faces and edges that may still be gone through
+  bool isWhole_ = true;  // of the kind that is being read, that it is the part's shape
+  std::size_t left_;     // faces and edges that may still be gone through
 };
 
 }  // namespace

@@ -20,10 +20,11 @@ struct Named {
 };
 
 constexpr Named kPrefixes[] = {
-    {"EXA", 1e18, "E"},  {"PETA", 1e15, "P"},  {"TERA", 1e12, "T"},   {"GIGA", 1e9, "G"},
-    {"MEGA", 1e6, "M"},  {"KILO", 1e3, "k"},   {"HECTO", 1e2, "h"},   {"DECA", 1e1, "da"},
-    {"DECI", 1e-1, "d"}, {"CENTI", 1e-2, "c"}, {"MILLI", 1e-3, "m"},  {"MICRO", 1e-6, "µ"},
-    {"NANO", 1e-9, "n"}, {"PICO", 1e-12, "p"}, {"FEMTO", 1e-15, "f"}, {"ATTO", 1e-18, "a"},
+    {"", 1, ""},          {"EXA", 1e18, "E"},  {"PETA", 1e15, "P"},  {"TERA", 1e12, "T"},
+    {"GIGA", 1e9, "G"},   {"MEGA", 1e6, "M"},  {"KILO", 1e3, "k"},   {"HECTO", 1e2, "h"},
+    {"DECA", 1e1, "da"},  {"DECI", 1e-1, "d"}, {"CENTI", 1e-2, "c"}, {"MILLI", 1e-3, "m"},
+    {"MICRO", 1e-6, "µ"}, {"NANO", 1e-9, "n"}, {"PICO", 1e-12, "p"}, {"FEMTO", 1e-15, "f"},
+    {"ATTO", 1e-18, "a"},
 };
 
 // Angles that files write rounded.
@@ -38,7 +39,10 @@ std::string Lower(std::string text) {
 
 const Instance& Get(Exchange& file, Id id) {
   const Instance* const instance = file.Find(id);
-  if (instance == nullptr) throw Unreadable(id, "#" + std::to_string(id) + " does not exist");
+  if (instance == nullptr) {
+    throw Unreadable(
+        id, id == 0 ? "a reference is missing" : "#" + std::to_string(id) + " does not exist");
+  }
   return *instance;
 }
 
@@ -95,17 +99,24 @@ Units::Units(Exchange& file) : file_(file) {
                                           "SHAPE_REPRESENTATION"};
   for (const std::string_view shape : kShapes) {
     for (const Id id : file.Of(shape)) {
-      const Instance& representation = Get(file, id);
-      const Record* record = representation.Find("REPRESENTATION");
-      if (record == nullptr) record = &representation.records.front();
-      const Id unit = UnitOf(record->Reference(2), "LENGTH_UNIT");
-      if (unit == 0) continue;
-      const Unit length = UnitOf(unit);
-      metres_ = length.factor;
-      name_ = length.name;
-      return;
+      if (TakeUnit(Get(file, id).As("REPRESENTATION").Reference(2))) return;
     }
   }
+  // A shape of another kind, or none.
+  for (const Id context : file.Of("GLOBAL_UNIT_ASSIGNED_CONTEXT")) {
+    if (TakeUnit(context)) return;
+  }
+  if (!file.Of("LENGTH_UNIT").empty()) name_ = "m";
+}
+
+bool Units::TakeUnit(Id context) {
+  const Id unit = UnitOf(context, "LENGTH_UNIT");
+  if (unit == 0) return false;
+  const Unit length = UnitOf(unit);
+  metres_ = length.factor;
+  name_ = length.name;
+  isStated_ = true;
+  return true;
 }
 
 Id Units::UnitOf(Id context, std::string_view kind) const {
@@ -139,14 +150,12 @@ Units::Unit Units::UnitOf(Id id, int depth) const {
     throw Unreadable(id, "its unit is neither of length nor of angle");
   }
   if (const Record* si = instance.Find("SI_UNIT")) {
-    unit.factor = 1;
     const std::string_view prefix = si->Enumeration(si->count - 2);
-    for (const Named& known : kPrefixes) {
-      if (prefix != known.name) continue;
-      unit.factor = known.factor;
-      unit.name = known.symbol;
-    }
-    unit.name = unit.isAngle ? "radian" : unit.name + "m";
+    const auto* const known = std::find_if(std::begin(kPrefixes), std::end(kPrefixes),
+                                           [&](const Named& each) { return each.name == prefix; });
+    if (known == std::end(kPrefixes)) throw Unreadable(id, "its unit has an unknown prefix");
+    unit.factor = known->factor;
+    unit.name = unit.isAngle ? "radian" : std::string(known->symbol) + "m";
     return unit;
   }
   const Record* const converted = instance.Find("CONVERSION_BASED_UNIT");

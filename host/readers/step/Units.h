@@ -16,11 +16,14 @@ struct Quantity {
 // The units of a file. Every measure has its own unit; the model has that of its geometry.
 class Units {
  public:
-  // Finds the unit of the geometry. Throws Unreadable when it is not one of length.
+  // Finds the unit of the geometry; metres when the file states none. Throws Unreadable when it is
+  // not one of length.
   explicit Units(Exchange& file);
 
-  // The model's unit of length.
+  // The model's unit of length; empty when the file has none at all.
   const std::string& LinearUnit() const { return name_; }
+  // Whether the file states the unit of its geometry.
+  bool IsStated() const { return isStated_; }
 
   // A measure with its unit, in any of the forms that the schema has for them. Throws Unreadable
   // when it is not a measure, not finite, or has a unit of another kind.
@@ -41,6 +44,8 @@ class Units {
     std::string name;
   };
 
+  // Takes the model's unit of length from a representation's context; false when it has none.
+  bool TakeUnit(Id context);
   Quantity ReadMeasure(Id id) const;
   Unit UnitOf(Id id, int depth = 0) const;
   // The unit of a representation's context for LENGTH_UNIT or PLANE_ANGLE_UNIT; 0 for none.
@@ -50,6 +55,7 @@ class Units {
   mutable std::unordered_map<Id, Quantity> measures_;  // many annotations may share one
   double metres_ = 1;                                  // in one model unit
   std::string name_;
+  bool isStated_ = false;
 };
 
 }  // namespace step

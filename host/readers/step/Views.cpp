@@ -105,14 +105,16 @@ class ViewReader {
       const Value& planes = clipped->List(clipped->count - 1);
       if (planes.size == 0) return;
       const Instance& plane = reading_.Get(planes.begin()->Reference());
+      const bool isOne = planes.size == 1 && plane.Find("PLANE") != nullptr;
+      if (!isOne) {
+        reading_.Skip(Severity::kReduced, camera_, "the model has one clipping plane", &capture);
+      }
+      if (plane.Find("PLANE") == nullptr) return;  // a union or an intersection of planes
       const Placement placement = reading_.PlacementOf(plane.As("PLANE").Reference(1), scale_);
       auto& clipping = reading_.part.Make<KOVAPMI_CLIPPINGPLANE>();
       standin::Edit(clipping).point = placement.origin;
       standin::Edit(clipping).normal = placement.axis;
       standin::Edit(capture).clipping_plane = &clipping;
-      if (planes.size > 1) {
-        reading_.Skip(Severity::kReduced, camera_, "the model has one clipping plane", &capture);
-      }
     } catch (const Unreadable& problem) {
       reading_.Skip(Severity::kReduced, camera_, problem.what(), &capture);
     }
@@ -129,7 +131,8 @@ class ViewReader {
 
 void ReadSavedViews(Reading& reading) {
   std::vector<Id> cameras;
-  for (const char* entity : {"CAMERA_MODEL_D3", "CAMERA_MODEL_D3_MULTI_CLIPPING"}) {
+  for (const char* entity :
+       {"CAMERA_MODEL_D3", "CAMERA_MODEL_D3_MULTI_CLIPPING", "CAMERA_MODEL_D3_WITH_HLHSR"}) {
     const std::vector<Id>& all = reading.file.Of(entity);
     cameras.insert(cameras.end(), all.begin(), all.end());
   }

@@ -1,5 +1,8 @@
 // Tolerance zones: their shape, and how far they are projected (ISO 1101, ASME Y14.5).
 
+#include <algorithm>
+#include <utility>
+
 #include "readers/step/Reading.h"
 
 namespace step {
@@ -16,6 +19,14 @@ mod_dia_type ZoneShape(const std::string& form) {
 
 bool EndsWith(std::string_view text, std::string_view ending) {
   return text.size() >= ending.size() && text.substr(text.size() - ending.size()) == ending;
+}
+
+// A zone by itself, or one with a datum, a direction or an orientation.
+bool IsZone(Reading& reading, Id id) {
+  constexpr std::string_view kZones[] = {"TOLERANCE_ZONE", "TOLERANCE_ZONE_WITH_DATUM",
+                                         "DIRECTED_TOLERANCE_ZONE", "ORIENTED_TOLERANCE_ZONE"};
+  return std::any_of(std::begin(kZones), std::end(kZones),
+                     [&](std::string_view zone) { return reading.Is(id, zone); });
 }
 
 // What defines a zone further; of that the model has the length of a projected one.
@@ -37,20 +48,32 @@ void ReadDefinition(Reading& reading, Id id, KOVAPMI_GEOM_TOL_ROW& row, const EN
 
 void ReadZones(Reading& reading, Id tolerance, KOVAPMI_GEOM_TOL_ROW& row,
                const ENTITY& annotation) {
+  bool isFirst = true;
   for (const Id zone : reading.file.ReferrersOf(tolerance)) {
-    const bool hasDatum = reading.Is(zone, "TOLERANCE_ZONE_WITH_DATUM");
-    if (!hasDatum && !reading.Is(zone, "TOLERANCE_ZONE")) continue;
+    if (!IsZone(reading, zone)) continue;
+    if (!std::exchange(isFirst, false)) {
+      reading.Skip(Severity::kReduced, zone, "its second zone is left out", &annotation);
+      continue;
+    }
     // In a simple instance behind what every shape aspect has.
-    const Record& record = reading.Get(zone).As("TOLERANCE_ZONE");
+    const Instance& instance = reading.Get(zone);
+    const Record& record = instance.As("TOLERANCE_ZONE");
     const Id formId = record.Reference(record.count == 2 ? 1 : 5);
     const std::string form = reading.Spend(reading.Get(formId).records.front().Text(0));
     standin::Edit(row).zone_shape = ZoneShape(form);
-    if (form == "non uniform") {
-      reading.Skip(Severity::kReduced, zone, "that the zone is not uniform is left out",
+    // Zones between lines or surfaces are those without a sign.
+    if (standin::Edit(row).zone_shape == mod_dia_none && form.substr(0, 7) != "between" &&
+        !form.empty()) {
+      reading.Skip(Severity::kReduced, zone, "that the zone is '" + form + "' is left out",
                    &annotation);
     }
-    if (hasDatum) {
-      reading.Skip(Severity::kReduced, zone, "the zone's datum is left out", &annotation);
+    for (const Record& part : instance.records) {
+      if (part.name == "TOLERANCE_ZONE" || part.name == "SHAPE_ASPECT") continue;
+      reading.Skip(Severity::kReduced, zone,
+                   part.name == "TOLERANCE_ZONE_WITH_DATUM"
+                       ? "the zone's datum is left out"
+                       : std::string(part.name) + " is left out",
+                   &annotation);
     }
     const std::vector<Id> users = reading.file.ReferrersOf(zone);
     reading.Spend(users.size() / 10);

@@ -318,6 +318,8 @@ $,#32); => lost #50 37 it has no magnitude
 1.),$); => lost #50 37 a reference is missing
 1.),#52);#52=(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILI.,.METRE.)); => lost #50 37 its unit has an unknown prefix
 1.),#52);#52=(CONVERSION_BASED_UNIT('A',#51)LENGTH_UNIT()NAMED_UNIT(*)); => lost #50 37 its unit can't be read
+1.),#52);#52=(LENGTH_UNIT()NAMED_UNIT(*)SI_UNIT(.MILLI.,.GRAM.)); => lost #50 37 its SI unit is of another quantity
+1.),#52);#52=(NAMED_UNIT(*)PLANE_ANGLE_UNIT()SI_UNIT($,.METRE.)); => lost #50 37 its SI unit is of another quantity
 1.),#52);#52=(CONVERSION_BASED_UNIT('A',#6)LENGTH_UNIT()NAMED_UNIT(*)); => lost #50 37 its unit is of two kinds
 1.),#52);#52=(CONVERSION_BASED_UNIT('A',#53)LENGTH_UNIT()NAMED_UNIT(*));#53=MEASURE_WITH_UNIT(LENGTH_MEASURE(0.),#1); => lost #50 37 its unit has no size
 )");
@@ -331,6 +333,10 @@ $,#32); => lost #50 37 it has no magnitude
 #50=DIRECTED_DIMENSIONAL_LOCATION('linear distance','',#31,#32); => reduced #50 37 its direction is left out
 #50=GEOMETRIC_TOLERANCE_WITH_MODIFIERS('','',#22,#33,(.TANGENT_PLANE.)); => reduced #50 37 its kind is not stated
 #50=PARALLELISM_TOLERANCE('','',#22,#33,(#22)); => lost #50 37 its datum reference #22 is of an unknown kind
+#50=GEOMETRIC_ITEM_SPECIFIC_USAGE('','',#51,#11,#14); => lost #50 37 #51 does not exist
+#50=SHAPE_ASPECT_RELATIONSHIP('','',#51,#33); => lost #50 37 #51 does not exist
+#50=PLUS_MINUS_TOLERANCE(#51,#52);#51=TOLERANCE_VALUE(#22,#22); => lost #50 37 #52 does not exist
+#50=STYLED_ITEM('',(#51),#14); => ignored #50 37 #51 does not exist
 )");
   // What one instance lacks again and again is one entry.
   const Model model =
@@ -676,7 +682,7 @@ square'); => □10
 #56=(COMPOUND_REPRESENTATION_ITEM(SET_REPRESENTATION_ITEM((#53,#57)))REPRESENTATION_ITEM('')VALUE_RANGE());#57=MEASURE_REPRESENTATION_ITEM('upper limit',LENGTH_MEASURE(10.1),#1); => value 10, upper 0.1, precision 0, tolerance precision 1
 #56=VALUE_RANGE('',(#53,#56,#57));#57=MEASURE_REPRESENTATION_ITEM('lower limit',LENGTH_MEASURE(9.50),#1); => value 10, lower -0.5, precision 0, tolerance precision 1
 #56=(MEASURE_WITH_UNIT(LENGTH_MEASURE(9.5),#1)QUALIFIED_REPRESENTATION_ITEM((#57))REPRESENTATION_ITEM('upper limit'));#57=VALUE_FORMAT_TYPE_QUALIFIER('NR2 2.3'); => 9.500 & tolerance precision 3 & reduced #50 37 it has no value
-#56=MEASURE_REPRESENTATION_ITEM('',LENGTH_MEASURE(1.25E1),#1); => value 12.5, & precision 0
+#56=MEASURE_REPRESENTATION_ITEM('',LENGTH_MEASURE(1.25E1),#1); => value 12.5, & precision 1
 )");
   Expect(Dimension("DIMENSIONAL_SIZE(#33,'width')", "#53",
                    "#53=(MEASURE_WITH_UNIT(LENGTH_MEASURE(10.25),#1)QUALIFIED_REPRESENTATION_ITEM(("

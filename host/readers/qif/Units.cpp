@@ -83,9 +83,14 @@ constexpr std::size_t kLongestNumber = 40;
 
 Units::Units(const Document& document) : angle_{kDegrees, "radian"} {
   if (const Element scale = document.At({"Product", "Header", "ScaleCoefficient"})) {
+    constexpr double kMost = 1e9;  // far from any that a part is drawn with
     scale_ = NumberOf(scale);
-    if (scale_ <= 0 || !std::isnormal(1 / scale_)) {
+    if (!(scale_ >= 1 / kMost && scale_ <= kMost)) {
       throw Unreadable(scale, "its scale is not positive, or out of range");
+    }
+    Fields header(document.At({"Product", "Header"}));
+    if (header.All("ScaleCoefficient").size() > 1) {
+      throw Unreadable(scale, "the scale is stated twice");
     }
   }
   const Element units = document.At({"FileUnits"});

@@ -88,6 +88,17 @@ std::vector<Id> Exchange::ReferrersOf(Id id) const {
   return ids;
 }
 
+std::vector<std::pair<Id, Id>> Exchange::Dangling() const {
+  std::vector<std::pair<Id, Id>> dangling;
+  std::size_t next = 0;  // the first place whose number is not smaller
+  const auto idAt = [this](std::size_t i) { return places_[byId_.empty() ? i : byId_[i]].id; };
+  for (const auto& [to, from] : references_) {
+    while (next < places_.size() && idAt(next) < to) ++next;
+    if (next == places_.size() || idAt(next) != to) dangling.emplace_back(to, places_[from].id);
+  }
+  return dangling;
+}
+
 const Instance* Exchange::Find(Id id) {
   const auto known = read_.find(id);
   if (known != read_.end()) return &known->second;

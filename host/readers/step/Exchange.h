@@ -121,6 +121,8 @@ class Exchange {
   const std::vector<Id>& Of(std::string_view entity) const;
   // The instances that refer to one, each once, in the order of the text.
   std::vector<Id> ReferrersOf(Id id) const;
+  // The references to instances that do not exist, by their number, each with who refers.
+  std::vector<std::pair<Id, Id>> Dangling() const;
   // The instance of that number, or null. Throws Unreadable, each time, when its text is
   // invalid. The pointer stays valid until instances are forgotten.
   const Instance* Find(Id id);

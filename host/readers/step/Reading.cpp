@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 namespace step {
 
@@ -66,6 +67,24 @@ bool Reading::Is(Id id, std::string_view entity) {
     return instance != nullptr && instance->Find(entity) != nullptr;
   } catch (const Unreadable&) {
     return false;
+  }
+}
+
+// By its entities' names. Instances that can't be read count as such.
+bool Reading::IsPmi(Id id) {
+  constexpr std::string_view kWords[] = {
+      "ANNOTATION", "ASPECT",  "CALLOUT", "CAMERA", "DATUM",     "DIMENSION", "DRAUGHTING",
+      "FEATURE",    "LEADER",  "LIMITS",  "MARK",   "MEASURE",   "MODIFIER",  "PLACEHOLDER",
+      "QUALIFIER",  "TEXTURE", "TEXT",    "USAGE",  "TOLERANCE", "VALUE",     "ZONE"};
+  try {
+    for (const Record& record : Get(id).records) {
+      for (const std::string_view word : kWords) {
+        if (record.name.find(word) != std::string_view::npos) return true;
+      }
+    }
+    return false;
+  } catch (const Unreadable&) {
+    return true;
   }
 }
 
@@ -200,6 +219,16 @@ void Reading::Skip(Severity severity, Id id, const std::string& reason, const EN
   account_.Add({severity, kind, "#" + std::to_string(id),
                 known == ids_.end() ? "" : Path() + "#" + std::to_string(known->second), reason,
                 file.LineOf(id), 1});
+}
+
+void Reading::SkipDangling() {
+  std::unordered_set<std::string> told;
+  for (const SkippedItem& item : account_.Items()) told.insert(item.reason);
+  for (const auto& [to, from] : file.Dangling()) {
+    const std::string reason = "#" + std::to_string(to) + " does not exist";
+    if (told.count(reason) != 0) continue;
+    Skip(IsPmi(from) ? Severity::kLost : Severity::kIgnored, from, reason);
+  }
 }
 
 Model Reading::Finish() {

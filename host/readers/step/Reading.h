@@ -85,6 +85,10 @@ class Reading {
   bool IsFull() const {
     return model.labels.size() > 40'000 + file.Size() / 100 || left_ < most_ / 2;
   }
+  // Whether an instance says something of PMI.
+  bool IsPmi(Id id);
+  // Lists references to instances that do not exist and that nothing told of.
+  void SkipDangling();
   // Moves the model out, with the account of what is missing.
   Model Finish();
   void Count(const char* kind, long more = 1) { model.counts[kind] += more; }

@@ -73,5 +73,6 @@ Model ReadStepText(std::string_view text, const std::string& name, Drawing* draw
       reading.Skip(Severity::kLost, id, "it is PMI that is not read");
     }
   }
+  reading.SkipDangling();
   return reading.Finish();
 }

@@ -1,6 +1,7 @@
 #include "readers/step/Units.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 #include "model/Account.h"
@@ -66,13 +67,22 @@ MeasureAt FindMeasure(const Instance& instance) {
   return {&only, isItem ? 1U : 0U};
 }
 
+constexpr int kMostDecimals = 15;
+
 // How many decimals a number is written with; the zeros at its end do not count.
 int DecimalsOf(std::string_view written) {
   const std::size_t exponent = written.find_first_of("eE");
   const std::size_t point = written.find('.');
-  if (exponent != std::string_view::npos || point == std::string_view::npos) return 0;
-  const std::size_t last = written.find_last_not_of('0');
-  return static_cast<int>(last - point);
+  const std::size_t end = std::min(exponent, written.size());
+  const std::size_t last = written.substr(0, end).find_last_not_of('0');
+  auto decimals = point >= end ? 0 : static_cast<int>(last - point);
+  if (end < written.size()) {
+    const std::string_view text = written.substr(end + (written[end + 1] == '+' ? 2 : 1));
+    int power = 0;
+    std::from_chars(text.data(), text.data() + text.size(), power);
+    decimals -= std::clamp(power, -kMostDecimals, kMostDecimals);
+  }
+  return std::clamp(decimals, 0, kMostDecimals);
 }
 
 std::string Shown(std::string_view written, int decimals) {
@@ -154,6 +164,9 @@ Units::Unit Units::UnitOf(Id id, int depth) const {
     const auto* const known = std::find_if(std::begin(kPrefixes), std::end(kPrefixes),
                                            [&](const Named& each) { return each.name == prefix; });
     if (known == std::end(kPrefixes)) throw Unreadable(id, "its unit has an unknown prefix");
+    if (si->Enumeration(si->count - 1) != (unit.isAngle ? "RADIAN" : "METRE")) {
+      throw Unreadable(id, "its SI unit is of another quantity");
+    }
     unit.factor = known->factor;
     unit.name = unit.isAngle ? "radian" : std::string(known->symbol) + "m";
     return unit;

@@ -57,8 +57,8 @@ struct Model {
   std::string linearUnit;      // the model's unit of length; empty when the document has none
   std::string pmiLinearUnit;   // the one in which the document writes PMI, where it is another
   std::string pmiAngularUnit;  // the one in which it writes angles, where it is not the degree
-  // The file that the entities are in and its format, where the document names another; else empty.
-  std::string partFile, partFormat;
+  std::string partFile;        // that the entities are in, where the document names another
+  std::string partFormat;      // of that file; both are empty where there is none
 };
 
 // A document that no model can be made of. The message is one line, "file:line:column: what", or

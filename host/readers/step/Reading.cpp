@@ -222,9 +222,11 @@ void Reading::Skip(Severity severity, Id id, const std::string& reason, const EN
 }
 
 void Reading::SkipDangling() {
+  const std::vector<std::pair<Id, Id>> dangling = file.Dangling();
+  if (dangling.empty()) return;
   std::unordered_set<std::string> told;
   for (const SkippedItem& item : account_.Items()) told.insert(item.reason);
-  for (const auto& [to, from] : file.Dangling()) {
+  for (const auto& [to, from] : dangling) {
     const std::string reason = "#" + std::to_string(to) + " does not exist";
     if (told.count(reason) != 0) continue;
     Skip(IsPmi(from) ? Severity::kLost : Severity::kIgnored, from, reason);
